@@ -1,0 +1,52 @@
+#include "core/EventForwarderList.h"
+
+#include <utility>
+
+namespace cinder {
+
+class EventForwarderList::Forwarder {
+public:
+    Forwarder(EventForwarderList* list, std::unique_ptr<NotifyEvent::Handler> handler)
+        : list(list), handler(std::move(handler)) {}
+
+    void eventFired(NotifyEvent::Argument newArgument) { list->enqueue(this, newArgument); }
+
+    EventForwarderList* list;
+    std::unique_ptr<NotifyEvent::Handler> handler;
+    bool pending = false;
+    NotifyEvent::Argument argument = nullptr;
+    Forwarder* nextWaiting = nullptr;
+};
+
+EventForwarderList::EventForwarderList() = default;
+EventForwarderList::~EventForwarderList() = default;
+
+void EventForwarderList::forward(NotifyEvent& event,
+                                 std::unique_ptr<NotifyEvent::Handler> handler) {
+    forwarders.push_back(std::make_unique<Forwarder>(this, std::move(handler)));
+    event.addHandler(NotifyEvent::makeHandler(forwarders.back().get(), &Forwarder::eventFired));
+}
+
+void EventForwarderList::enqueue(Forwarder* forwarder, NotifyEvent::Argument argument) {
+    forwarder->argument = argument;
+    if (!forwarder->pending) {
+        forwarder->pending = true;
+        forwarder->nextWaiting = nullptr;
+        (lastWaiting ? lastWaiting->nextWaiting : firstWaiting) = forwarder;
+        lastWaiting = forwarder;
+    }
+    requestUpdate();
+}
+
+void EventForwarderList::update() {
+    // A handler may fire further events of the list; they join its end and are delivered as well.
+    while (Forwarder* forwarder = firstWaiting) {
+        forwarder->handler->call(forwarder->argument);
+        forwarder->pending = false;
+        firstWaiting = forwarder->nextWaiting;
+        if (!firstWaiting) lastWaiting = nullptr;
+    }
+    UpdatedObject::update();
+}
+
+}  // namespace cinder
