@@ -1,0 +1,34 @@
+#pragma once
+
+#include "core/simd/Lanes.h"
+
+namespace cinder::simd::CINDER_SIMD_SET {
+
+/// out[i] = f(in[i]) for i from 0 to n - 1, as many lanes at a time as a register holds.
+/// Shape   any n, any alignment; out may be in; writes out[0] to out[n - 1] and nothing else
+/// Range   f takes and gives Wide, and no lane of its result depends on another
+/// State   none: the same bits for any cut of the block
+template <class Function>
+CINDER_LANES void mapBlock(const float* in, float* out, int n, Function f) {
+    // A block shorter than a register is worked on in a copy.
+    float few[wideLanes] = {};
+    const bool isShort = n < wideLanes;
+    for (int i = 0; isShort && i < n; ++i)
+        few[i] = in[i];
+    const float* from = isShort ? few : in;
+    float* to = isShort ? few : out;
+    const int lastStart = isShort ? 0 : n - wideLanes;
+
+    // What remains at the end is covered by a last register that overlaps its predecessor and
+    // repeats its results. It is read first, since `to` may be `from`.
+    const Wide last = Wide::load(from + lastStart);
+    int i = 0;
+    for (; i <= lastStart; i += wideLanes)
+        f(Wide::load(from + i)).store(to + i);
+    if (i < n) f(last).store(to + lastStart);
+
+    for (i = 0; isShort && i < n; ++i)
+        out[i] = few[i];
+}
+
+}  // namespace cinder::simd::CINDER_SIMD_SET

@@ -1,0 +1,70 @@
+#include "LanesTestKernels.h"
+
+#include "core/simd/Lanes.h"
+
+namespace cinder::test::CINDER_SIMD_SET {
+
+namespace {
+
+using namespace simd::CINDER_SIMD_SET;
+
+constexpr int numValues = 16;
+
+template <int N, class T, class Operation>
+void atWidth(const T* a, const T* b, const T* c, T* out, Operation operation) {
+    using L = BasicLanes<T, N>;
+    for (int i = 0; i < numValues; i += N)
+        operation(L::load(a + i), L::load(b + i), L::load(c + i)).store(out + i);
+}
+
+template <class T, class Operation>
+void atEveryWidth(const T* a, const T* b, const T* c, T* out, Operation operation) {
+    atWidth<4>(a, b, c, out, operation);
+    atWidth<8>(a, b, c, out + numValues, operation);
+    atWidth<16>(a, b, c, out + 2 * numValues, operation);
+}
+
+template <auto operation>
+void floats(const float* a, const float* b, const float* c, float* out) noexcept {
+    atEveryWidth(a, b, c, out, operation);
+}
+
+void doubles(const double* a, const double* b, const double* c, double* out) noexcept {
+    const auto fused = [](auto x, auto y, auto z) { return mulAdd(x, y, z); };
+    atWidth<2>(a, b, c, out, fused);
+    atWidth<4>(a, b, c, out + numValues, fused);
+    atWidth<8>(a, b, c, out + 2 * numValues, fused);
+}
+
+void interleaved(const float* a, const float* b, const float*, float* out) noexcept {
+    for (int i = 0; i < numValues; i += 4) {
+        const auto x = Lanes<4>::load(a + i);
+        const auto y = Lanes<4>::load(b + i);
+        shuffle<0, 4, 1, 5, 2, 6, 3, 7>(x, y).store(out + 2 * i);
+    }
+}
+
+}  // namespace
+
+constinit const LanesTestKernels lanesTestKernels = {
+    .mulAdd = floats<[](auto a, auto b, auto c) { return mulAdd(a, b, c); }>,
+    .mulAddDouble = doubles,
+    .squareRoot = floats<[](auto a, auto, auto) { return sqrt(abs(a)); }>,
+    .smaller = floats<[](auto a, auto b, auto) { return min(a, b); }>,
+    .larger = floats<[](auto a, auto b, auto) { return max(a, b); }>,
+    .chosen = floats<[](auto a, auto b, auto c) { return select(a < b, keepWhere(a > b, c), c); }>,
+    .copiedSign = floats<[](auto a, auto b, auto) { return withSignOf(abs(a), b); }>,
+    .truncated = floats<[](auto a, auto, auto) {
+        // What lies outside the range of int is kept out, NaN among it.
+        return toFloat(truncate(min(max(a, decltype(a)(-1e6f)), decltype(a)(1e6f))));
+    }>,
+    .broadcast = floats<[](auto a, auto, auto) { return decltype(a)(a[0]); }>,
+    .interleaved = interleaved,
+#if defined(__FMA__) || defined(__aarch64__)
+    .hasFusedProduct = true,
+#else
+    .hasFusedProduct = false,
+#endif
+};
+
+}  // namespace cinder::test::CINDER_SIMD_SET
