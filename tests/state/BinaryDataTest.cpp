@@ -1,0 +1,157 @@
+#include "state/BinaryData.h"
+
+#include <doctest/doctest.h>
+
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <limits>
+#include <sstream>
+#include <string>
+
+#include "support/Rng.h"
+
+namespace cinder {
+namespace {
+
+using namespace std::string_literals;
+
+/// One of everything, with the bytes that must come out of it on any machine.
+std::string writeSample() {
+    std::ostringstream stream;
+    BinaryDataWriter writer(stream);
+    writer.writeHeader("KN", -2);
+    writer.writeString("\xc3\xa4\0b"s);
+    writer.writeString("");
+    writeValue(stream, std::int32_t{0x01020304});
+    writeValue(stream, std::uint32_t{0xfffefdfcu});
+    writeValue(stream, -2.0f);
+    const std::array<float, 2> pair{1.0f, 0.5f};
+    writeValues(stream, pair.data(), pair.size());
+    CHECK(writer.isGood());
+    return stream.str();
+}
+
+const std::string sampleBytes =
+    "KN\0\0\xfe\xff\xff\xff"s
+    "\x04\0\0\0\xc3\xa4\0b"s
+    "\0\0\0\0"s
+    "\x04\x03\x02\x01"s
+    "\xfc\xfd\xfe\xff"s
+    "\0\0\0\xc0"s
+    "\0\0\x80\x3f\0\0\0\x3f"s;
+
+struct Sample {
+    std::string magic, text, empty;
+    std::int32_t version = 0, word = 7;
+    std::uint32_t unsignedWord = 7;
+    float number = 7.0f;
+    std::array<float, 2> pair{7.0f, 7.0f};
+    bool good = false;
+};
+
+Sample readSample(const std::string& bytes) {
+    std::istringstream stream(bytes);
+    BinaryDataReader reader(stream);
+    Sample read;
+    read.magic = reader.readHeader();
+    read.version = reader.getVersion();
+    read.text = reader.readString();
+    read.empty = reader.readString();
+    readValue(stream, read.word);
+    readValue(stream, read.unsignedWord);
+    readValue(stream, read.number);
+    readValues(stream, read.pair.data(), read.pair.size());
+    read.good = reader.isGood();
+    return read;
+}
+
+TEST_CASE("BinaryData: the bytes on the stream are fixed, and reading them gives the values back") {
+    CHECK(writeSample() == sampleBytes);
+    const Sample read = readSample(sampleBytes);
+    CHECK(read.magic == "KN");
+    CHECK(read.version == -2);
+    CHECK(read.text == "\xc3\xa4\0b"s);
+    CHECK(read.empty.empty());
+    CHECK(read.word == 0x01020304);
+    CHECK(read.unsignedWord == 0xfffefdfcu);
+    CHECK(read.number == -2.0f);
+    CHECK(read.pair == std::array{1.0f, 0.5f});
+    CHECK(read.good);
+}
+
+TEST_CASE("BinaryData: any truncation fails the stream and leaves 0 for what is missing") {
+    for (std::size_t length = 0; length < sampleBytes.size(); ++length) {
+        INFO("length " << length);
+        const Sample read = readSample(sampleBytes.substr(0, length));
+        CHECK_FALSE(read.good);
+        CHECK(read.magic == (length < 8 ? "" : "KN"));
+        CHECK(read.version == (length < 8 ? -1 : -2));
+        CHECK(read.text == (length < 16 ? ""s : "\xc3\xa4\0b"s));
+        CHECK(read.word == (length < 24 ? 0 : 0x01020304));
+        CHECK(read.unsignedWord == (length < 28 ? 0u : 0xfffefdfcu));
+        CHECK(read.number == (length < 32 ? 0.0f : -2.0f));
+        CHECK(read.pair == std::array{length < 36 ? 0.0f : 1.0f, 0.0f});
+    }
+}
+
+TEST_CASE("BinaryData: every bit pattern of a float survives, NaN payloads included") {
+    test::Rng rng = test::Rng::fromEnvironment();
+    for (int i = 0; i < 1000; ++i) {
+        const auto bits = static_cast<std::uint32_t>(rng.next());
+        INFO("bits " << bits << ", seed " << rng.seed());
+        std::stringstream stream;
+        writeValue(stream, std::bit_cast<float>(bits));
+        std::uint32_t word = 0;
+        readValue(stream, word);
+        CHECK(word == bits);
+        CHECK(isGood(stream));
+    }
+}
+
+TEST_CASE("BinaryDataWriter: a magic is cut or padded to 4 characters") {
+    for (const auto& [given, stored] : {std::pair{""s, "\0\0\0\0"s},
+                                        {"A"s, "A\0\0\0"s},
+                                        {"KNBS"s, "KNBS"s},
+                                        {"KNBSX"s, "KNBS"s}}) {
+        std::ostringstream stream;
+        BinaryDataWriter(stream).writeHeader(given, 1);
+        CHECK(stream.str() == stored + "\x01\0\0\0"s);
+    }
+}
+
+TEST_CASE("BinaryDataReader: a string's count below 1 takes nothing, an absurd one no memory") {
+    struct Case {
+        std::int32_t count;
+        std::size_t following;
+        std::size_t length;
+        bool good;
+    };
+    constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
+    for (const Case& c : {Case{0, 9, 0, true}, Case{-1, 9, 0, true}, Case{-most - 1, 9, 0, true},
+                          Case{9, 9, 9, true}, Case{9000, 9000, 9000, true}, Case{10, 9, 0, false},
+                          Case{most, 10000, 0, false}}) {
+        INFO("count " << c.count << ", bytes behind it " << c.following);
+        std::stringstream stream;
+        writeValue(stream, c.count);
+        stream << std::string(c.following, 'x');
+        BinaryDataReader reader(stream);
+        const std::string text = reader.readString();
+        CHECK(text == std::string(c.length, 'x'));
+        CHECK(text.capacity() < 20000);
+        CHECK(reader.isGood() == c.good);
+    }
+}
+
+TEST_CASE("BinaryDataReader: a second header that fails leaves the version of the first") {
+    std::stringstream stream;
+    BinaryDataWriter(stream).writeHeader("KNBS", 3);
+    stream << "KNE";
+    BinaryDataReader reader(stream);
+    CHECK(reader.readHeader() == "KNBS");
+    CHECK(reader.readHeader().empty());
+    CHECK(reader.getVersion() == 3);
+}
+
+}  // namespace
+}  // namespace cinder
