@@ -1,0 +1,224 @@
+#include "analysis/AudioSourceProxy.h"
+
+#include <doctest/doctest.h>
+
+#include <atomic>
+#include <cmath>
+#include <cstdint>
+#include <deque>
+#include <limits>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "support/Rng.h"
+
+namespace cinder {
+namespace {
+
+/// A sample that tells frame, channel and place.
+float sampleAt(int frame, int channel, int i) {
+    return static_cast<float>(frame) + static_cast<float>(channel) * 0.25f +
+           static_cast<float>(i) * 0x1p-12f;
+}
+
+void writeFrames(std::ostream& stream, int channels, int frames, int size, int firstFrame) {
+    for (const int word : {channels, frames, size})
+        writeValue(stream, std::int32_t{word});
+    for (int k = 0; k < frames; ++k)
+        for (int c = 0; c < channels; ++c)
+            for (int i = 0; i < size; ++i)
+                writeValue(stream, sampleAt(firstFrame + k, c, i));
+}
+
+bool feed(AudioSourceProxy& proxy, const std::string& bytes) {
+    std::istringstream stream(bytes);
+    BinaryDataReader reader(stream);
+    return proxy.read(reader);
+}
+
+bool feed(AudioSourceProxy& proxy, int channels, int frames, int size, int firstFrame) {
+    std::ostringstream stream;
+    writeFrames(stream, channels, frames, size, firstFrame);
+    return feed(proxy, stream.str());
+}
+
+/// The numbers of the frames that wait, after a look at every sample; -1 for a damaged frame.
+std::vector<int> take(AudioSourceProxy& proxy) {
+    std::vector<int> numbers;
+    proxy.lock();
+    for (int k = 0; k < proxy.getFrameCount(); ++k) {
+        const int number = static_cast<int>(proxy.getFrameData(k, 0)[0]);
+        bool whole = true;
+        for (int c = 0; c < proxy.getChannelCount(); ++c)
+            for (int i = 0; i < proxy.getFrameSize(); ++i)
+                whole = whole && proxy.getFrameData(k, c)[i] == sampleAt(number, c, i);
+        numbers.push_back(whole ? number : -1);
+    }
+    proxy.unlock();
+    return numbers;
+}
+
+TEST_CASE("AudioSourceProxy: frames come out once, in order, whole, however they came in") {
+    test::Rng rng = test::Rng::fromEnvironment();
+    for (int channels : {1, 2, 11}) {
+        INFO("channels " << channels << ", seed " << rng.seed());
+        AudioSourceProxy proxy;
+        // 44100 / 4 = 11025 samples: 12 frames of 1000, of which 11 can wait.
+        int written = 0;
+        std::deque<int> expected;
+        for (int round = 0; round < 60; ++round) {
+            const int frames = rng.integer(0, 5);
+            CHECK(feed(proxy, channels, frames, 1000, written));
+            for (int k = 0; k < frames; ++k)
+                expected.push_back(written++);
+            if (expected.size() <= 6 && rng.integer(0, 2) > 0) continue;
+            CHECK(take(proxy) == std::vector<int>(expected.begin(), expected.end()));
+            expected.clear();
+        }
+        CHECK(proxy.getCapacity() == 12);
+        CHECK(proxy.getTotalFrames() == written);
+    }
+}
+
+TEST_CASE("AudioSourceProxy: a writer that laps the reader leaves the newest frames, in order") {
+    for (int frames : {11, 12, 13, 20, 24, 30, 100}) {
+        INFO("frames " << frames);
+        AudioSourceProxy proxy;
+        CHECK(feed(proxy, 1, frames, 1000, 0));
+        const std::vector<int> got = take(proxy);
+        CHECK(got.size() == static_cast<std::size_t>(frames % 12));
+        for (std::size_t i = 0; i < got.size(); ++i)
+            CHECK(got[i] == frames - static_cast<int>(got.size() - i));
+    }
+}
+
+TEST_CASE("AudioSourceProxy: locks nest, and only the last unlock gives the frames back") {
+    AudioSourceProxy proxy;
+    feed(proxy, 2, 3, 512, 0);
+    proxy.lock();
+    proxy.lock();
+    CHECK(proxy.getFrameCount() == 3);
+    proxy.unlock();
+    CHECK(proxy.getFrameCount() == 3);
+    proxy.unlock();
+    CHECK(proxy.getFrameCount() == 0);
+}
+
+TEST_CASE("AudioSourceProxy: a new layout or rate drops what waits and resizes the ring") {
+    AudioSourceProxy proxy;
+    CHECK(proxy.getFrameData(0, 0) == nullptr);
+    CHECK(proxy.getFrameCount() == 0);
+    feed(proxy, 2, 3, 512, 0);
+    CHECK(proxy.getCapacity() == 22);  // ceil(11025 / 512)
+    feed(proxy, 1, 2, 512, 7);
+    CHECK(take(proxy) == std::vector{7, 8});
+    proxy.setSampleRate(192000.0f);
+    CHECK(proxy.getCapacity() == 94);  // ceil(48000 / 512)
+    CHECK(take(proxy).empty());
+    feed(proxy, 1, 40, 512, 0);
+    CHECK(take(proxy).size() == 40);
+    feed(proxy, 1, 1, AudioSourceProxy::maxFrameSize, 0);
+    CHECK(take(proxy).size() == 1);
+}
+
+TEST_CASE("AudioSourceProxy: rates that are none are ignored, absurd ones cut") {
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    for (float rate : {0.0f, -1.0f, -infinity, std::nanf("")}) {
+        AudioSourceProxy proxy;
+        proxy.setSampleRate(rate);
+        feed(proxy, 1, 1, 512, 0);
+        CHECK(proxy.getCapacity() == 22);
+    }
+    for (const auto& [rate, capacity] :
+         {std::pair{infinity, 375}, {1e30f, 375}, {768000.0f, 375}, {1e-30f, 2}, {1.0f, 2}}) {
+        INFO("rate " << rate);
+        AudioSourceProxy proxy;
+        proxy.setSampleRate(rate);
+        feed(proxy, 1, 1, 512, 0);
+        CHECK(proxy.getCapacity() == capacity);
+        CHECK(take(proxy) == std::vector{0});
+    }
+}
+
+TEST_CASE("AudioSourceProxy: every truncation keeps the whole frames and spoils no other") {
+    std::ostringstream stream;
+    writeFrames(stream, 2, 3, 8, 4);
+    const std::string bytes = stream.str();
+    const std::size_t frameBytes = 2 * 8 * sizeof(float);
+    for (std::size_t length = 0; length < bytes.size(); ++length) {
+        INFO("length " << length);
+        AudioSourceProxy proxy;
+        proxy.setSampleRate(160.0f);  // room for 5 frames, of which 4 can wait
+        feed(proxy, 2, 4, 8, 0);
+        CHECK_FALSE(feed(proxy, bytes.substr(0, length)));
+        const auto whole = length < 12 ? 0 : static_cast<int>((length - 12) / frameBytes);
+        // One frame more laps the reader, and the count starts again.
+        std::vector<int> expected = whole == 0 ? std::vector{0, 1, 2, 3} : std::vector<int>();
+        for (int k = 5; k < 4 + whole; ++k)
+            expected.push_back(k);
+        CHECK(take(proxy) == expected);
+        CHECK(feed(proxy, 2, 2, 8, 50));
+        CHECK(take(proxy) == std::vector{50, 51});
+    }
+}
+
+TEST_CASE("AudioSourceProxy: an impossible layout fails the stream and changes nothing") {
+    constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
+    struct Case {
+        std::int32_t channels, frames, size;
+        bool good;
+    };
+    for (const Case& c : {Case{0, 5, 512, true}, Case{2, 0, 512, true}, Case{2, 5, 0, true},
+                          Case{-2, 5, 512, false}, Case{2, -5, 512, false}, Case{2, 5, -512, false},
+                          Case{-2, -5, 512, false}, Case{17, 1, 512, false},
+                          Case{2, 1, 65537, false}, Case{most, most, most, false},
+                          Case{65536, 65536, 1, false}, Case{1, 1 << 16, 1 << 17, false}}) {
+        INFO(c.channels << " channels, " << c.frames << " frames of " << c.size);
+        AudioSourceProxy proxy;
+        feed(proxy, 2, 3, 8, 0);
+        std::stringstream stream;
+        for (std::int32_t word : {c.channels, c.frames, c.size})
+            writeValue(stream, word);
+        stream << std::string(1000, 'x');
+        CHECK(feed(proxy, stream.str()) == c.good);
+        CHECK(proxy.getChannelCount() == 2);
+        CHECK(proxy.getFrameSize() == 8);
+        CHECK(take(proxy) == std::vector{0, 1, 2});
+    }
+}
+
+TEST_CASE("AudioSourceProxy: a promise of 2^31 frames ends with the stream") {
+    AudioSourceProxy proxy;
+    std::ostringstream stream;
+    writeFrames(stream, 1, 3, 8, 0);
+    std::string bytes = stream.str();
+    bytes.replace(4, 4, "\xff\xff\xff\x7f");
+    CHECK_FALSE(feed(proxy, bytes));
+    CHECK(take(proxy) == std::vector{0, 1, 2});
+}
+
+TEST_CASE("AudioSourceProxy: a reader on another thread never sees a torn frame") {
+    AudioSourceProxy proxy;
+    std::atomic<bool> finished = false;
+    std::thread writer([&] {
+        for (int frame = 0; frame < 2000; frame += 4)
+            feed(proxy, 2, 4, 64, frame);
+        finished = true;
+    });
+    bool ordered = true;
+    int last = -1;
+    for (bool again = true; again;) {
+        again = !finished;
+        for (int number : take(proxy)) {
+            ordered = ordered && number > last;
+            last = number;
+        }
+    }
+    writer.join();
+    CHECK(ordered);
+}
+
+}  // namespace
+}  // namespace cinder
