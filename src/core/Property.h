@@ -28,10 +28,13 @@ protected:
     ~ValueAssignable() = default;
 };
 
-/// The part of a property that does not depend on its type.
+/// The part of a property that does not depend on its type. A copy stands in another object, so it
+/// has no owner yet; one that is assigned to keeps its own.
 class AbstractProperty {
 public:
     explicit AbstractProperty(PropertyOwner* owner = nullptr) : owner(owner) {}
+    AbstractProperty(const AbstractProperty&) : owner(nullptr) {}
+    AbstractProperty& operator=(const AbstractProperty&) { return *this; }
 
     void setOwner(PropertyOwner* newOwner) { owner = newOwner; }
 
@@ -65,8 +68,7 @@ public:
     explicit Property(T value = T(), PropertyOwner* owner = nullptr)
         : AbstractProperty(owner), value(std::move(value)) {}
 
-    /// A copy takes the value; it stands in another object, so it keeps its own owner.
-    Property(const Property& other) : AbstractProperty(nullptr), value(other.value) {}
+    Property(const Property& other) = default;
     Property& operator=(const Property& other) {
         assign(other.value);
         return *this;
@@ -99,6 +101,13 @@ public:
           upperLimit(upperLimit),
           lowerLimit(lowerLimit),
           value(limited(value)) {}
+
+    LimitedProperty(const LimitedProperty& other) = default;
+    /// Takes over the value, within the limits of its own.
+    LimitedProperty& operator=(const LimitedProperty& other) {
+        assign(other.value);
+        return *this;
+    }
 
     void assign(T newValue) override { assignLimited(newValue); }
 

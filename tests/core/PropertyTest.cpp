@@ -48,5 +48,26 @@ TEST_CASE("LimitedProperty: clamps first, so a value beyond the limit it stands 
     CHECK(LimitedProperty<int>(99, 1, 16).get() == 16);
 }
 
+TEST_CASE("Property: a copy has no owner, and a value that is copied in keeps limits and owner") {
+    CountingOwner owner, other;
+    Property<int> number(1, &owner);
+    LimitedProperty<int> level(5, 0, 10, &owner);
+    Property<int> numberCopy(number);
+    LimitedProperty<int> levelCopy(level);
+    numberCopy = 2;
+    levelCopy.assign(6);
+    CHECK(owner.changes == 0);
+    CHECK(level.get() == 5);
+
+    LimitedProperty<int> narrow(1, 0, 3, &other);
+    narrow = levelCopy;
+    CHECK(narrow.get() == 3);
+    CHECK(narrow.getUpperLimit() == 3);
+    CHECK(other.changes == 1);
+    CHECK(owner.changes == 0);
+    number = numberCopy;
+    CHECK(owner.changes == 1);
+}
+
 }  // namespace
 }  // namespace cinder
