@@ -40,11 +40,13 @@ void EventForwarderList::enqueue(Forwarder* forwarder, NotifyEvent::Argument arg
 
 void EventForwarderList::update() {
     // A handler may fire further events of the list; they join its end and are delivered as well.
+    // It may open a bracket, too, whose end delivers what still waits; so the one whose handler
+    // runs has left the list. It counts as pending until then: what it fires at itself is ignored.
     while (Forwarder* forwarder = firstWaiting) {
-        forwarder->handler->call(forwarder->argument);
-        forwarder->pending = false;
         firstWaiting = forwarder->nextWaiting;
         if (!firstWaiting) lastWaiting = nullptr;
+        forwarder->handler->call(forwarder->argument);
+        forwarder->pending = false;
     }
     UpdatedObject::update();
 }

@@ -47,23 +47,40 @@ public:
     }
 
     void setMainHandler(std::unique_ptr<Handler> handler) { mainHandler = std::move(handler); }
-    void addHandler(std::unique_ptr<Handler> handler) { handlers.push_back(std::move(handler)); }
+    /// While the event is being fired, the new handler waits for the next time.
+    void addHandler(std::unique_ptr<Handler> handler) { handlers.push_back({std::move(handler)}); }
 
     /// Removes every further handler that equals the given one.
     void removeHandler(const Handler& handler) {
-        std::erase_if(handlers, [&](const auto& own) { return own->equals(handler); });
+        for (FurtherHandler& own : handlers)
+            own.isRemoved = own.isRemoved || own.handler->equals(handler);
+        if (firingDepth == 0) dropRemoved();
     }
 
     /// The main handler first, then the further ones from the last to the first.
     void fire(Argument argument) {
+        ++firingDepth;
         if (mainHandler) mainHandler->call(argument);
         for (std::size_t i = handlers.size(); i-- > 0;)
-            if (i < handlers.size()) handlers[i]->call(argument);
+            if (!handlers[i].isRemoved) handlers[i].handler->call(argument);
+        if (--firingDepth == 0) dropRemoved();
     }
 
 private:
+    /// A handler that is removed while the event is being fired keeps its place until the end: the
+    /// others keep theirs, and it may be the one that is running.
+    struct FurtherHandler {
+        std::unique_ptr<Handler> handler;
+        bool isRemoved = false;
+    };
+
+    void dropRemoved() {
+        std::erase_if(handlers, [](const FurtherHandler& own) { return own.isRemoved; });
+    }
+
     std::unique_ptr<Handler> mainHandler;
-    std::vector<std::unique_ptr<Handler>> handlers;
+    std::vector<FurtherHandler> handlers;
+    int firingDepth = 0;
 };
 
 }  // namespace cinder

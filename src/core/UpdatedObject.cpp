@@ -1,12 +1,15 @@
 #include "core/UpdatedObject.h"
 
+#include <utility>
+
 namespace cinder {
 
 void UpdatedObject::update() {
-    for (DeferredEvent& deferred : deferredEvents) {
-        if (!deferred.pending) continue;
-        deferred.event.fire(deferred.argument);
-        deferred.pending = false;
+    // By index: a handler may add events. The flag goes first: a handler may open a bracket of its
+    // own, at whose end the update would call it again, and so on.
+    for (std::size_t i = 0; i < deferredEvents.size(); ++i) {
+        DeferredEvent& deferred = deferredEvents[i];
+        if (std::exchange(deferred.pending, false)) deferred.event.fire(deferred.argument);
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
+#include <deque>
 
 #include "core/NotifyEvent.h"
 
@@ -37,7 +37,7 @@ private:
 
     void runUpdate();
 
-    std::vector<DeferredEvent> deferredEvents;
+    std::deque<DeferredEvent> deferredEvents;  // an event stays where it is when others come
     State updateState = State::Idle;
     std::int32_t updateDepth = 0;
 };
