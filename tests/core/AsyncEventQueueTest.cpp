@@ -1,0 +1,113 @@
+#include "core/AsyncEventQueue.h"
+
+#include <doctest/doctest.h>
+#include <poll.h>
+
+#include <thread>
+#include <utility>
+#include <vector>
+
+using cinder::AsyncEventQueue;
+
+namespace {
+
+using Events = std::vector<std::pair<int, int>>;
+
+bool isReadable(const AsyncEventQueue& queue, int timeoutMs = 0) {
+    pollfd entry{queue.waitHandle(), POLLIN, 0};
+    return poll(&entry, 1, timeoutMs) == 1;
+}
+
+}  // namespace
+
+TEST_CASE("AsyncEventQueue: many posts, one wake-up, order kept") {
+    const auto queue = AsyncEventQueue::create();
+    Events seen;
+    queue->post(3, -1);  // before there is a handler it waits
+    CHECK(queue->dispatch() == 0);
+    queue->setHandler([&](int event, int argument) { seen.emplace_back(event, argument); });
+    CHECK(isReadable(*queue));
+    for (int i = 0; i < 1000; ++i)
+        queue->post(2, i);
+    CHECK(seen.empty());
+    CHECK(queue->dispatch() == 1001);
+    CHECK_FALSE(isReadable(*queue));
+    REQUIRE(seen.size() == 1001);
+    CHECK(seen[0] == std::pair(3, -1));
+    for (int i = 0; i < 1000; ++i)
+        if (seen[static_cast<std::size_t>(i) + 1] != std::pair(2, i)) FAIL("event " << i);
+}
+
+TEST_CASE("AsyncEventQueue: a post from the audio thread waits for the owner's next look") {
+    const auto queue = AsyncEventQueue::create();
+    Events seen;
+    queue->setHandler([&](int event, int argument) { seen.emplace_back(event, argument); });
+    queue->postFromAudio(1, 10);
+    CHECK_FALSE(isReadable(*queue));
+    queue->post(1, 11);
+    CHECK(isReadable(*queue));
+    CHECK(queue->dispatch() == 2);
+    queue->postFromAudio(1, 12);
+    CHECK(queue->dispatch() == 1);
+    CHECK(seen == Events{{1, 10}, {1, 11}, {1, 12}});
+}
+
+TEST_CASE("AsyncEventQueue: what a handler posts waits for the next dispatch") {
+    const auto queue = AsyncEventQueue::create();
+    int calls = 0;
+    queue->setHandler([&](int event, int argument) {
+        ++calls;
+        queue->post(event, argument + 1);
+    });
+    queue->post(0, 0);
+    for (int round = 1; round <= 5; ++round) {
+        CHECK(isReadable(*queue));
+        CHECK(queue->dispatch() == 1);
+        CHECK(calls == round);
+    }
+}
+
+TEST_CASE("AsyncEventQueue: a handler may run a loop that dispatches") {
+    const auto queue = AsyncEventQueue::create();
+    std::vector<int> seen;
+    queue->setHandler([&](int, int argument) {
+        seen.push_back(argument);
+        if (argument == 0) {
+            queue->post(0, 3);
+            CHECK(queue->dispatch() == 3);
+        }
+    });
+    for (int i = 0; i < 3; ++i)
+        queue->post(0, i);
+    CHECK(queue->dispatch() == 1);
+    CHECK(seen == std::vector<int>{0, 1, 2, 3});
+    queue->post(0, 4);
+    CHECK(queue->dispatch() == 1);
+}
+
+TEST_CASE("AsyncEventQueue: posts of four threads reach the owner's thread, each in its order") {
+    constexpr int perThread = 5000, numThreads = 4;
+    const auto queue = AsyncEventQueue::create();
+    std::vector<int> next(numThreads, 0);
+    int wrong = 0, handled = 0;
+    queue->setHandler([&, owner = std::this_thread::get_id()](int event, int argument) {
+        if (std::this_thread::get_id() != owner) ++wrong;
+        if (argument != next[static_cast<std::size_t>(event)]++) ++wrong;
+    });
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < numThreads; ++thread)
+        threads.emplace_back([&, thread] {
+            for (int i = 0; i < perThread; ++i)
+                queue->post(thread, i);
+        });
+    // Waits without a time limit of its own: a lost wake-up would end in the runner's.
+    while (handled < perThread * numThreads) {
+        if (!isReadable(*queue, -1)) break;
+        handled += queue->dispatch();
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    CHECK(handled == perThread * numThreads);
+    CHECK(wrong == 0);
+    queue->post(0, perThread);  // left over: the destructor drops it
+}
