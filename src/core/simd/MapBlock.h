@@ -31,4 +31,25 @@ CINDER_LANES void mapBlock(const float* in, float* out, int n, Function f) {
         out[i] = few[i];
 }
 
+/// out[i] = f(in[i], ...) over any number of inputs, with the promises of mapBlock.
+template <class Function, class... Inputs>
+CINDER_LANES void mapBlocks(float* out, int n, Function f, const Inputs*... in) {
+    if (n < wideLanes) {
+        for (int i = 0; i < n; ++i) {
+            float few[wideLanes];
+            f(Wide(in[i])...).store(few);
+            out[i] = few[0];
+        }
+        return;
+    }
+    // The last register may overlap its predecessor. What it needs is worked out first, since the
+    // output may be one of the inputs.
+    const int lastStart = n - wideLanes;
+    const Wide last = f(Wide::load(in + lastStart)...);
+    int i = 0;
+    for (; i <= lastStart; i += wideLanes)
+        f(Wide::load(in + i)...).store(out + i);
+    if (i < n) last.store(out + lastStart);
+}
+
 }  // namespace cinder::simd::CINDER_SIMD_SET

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <string>
 
 #include "LanesTestKernels.h"
 #include "support/Rng.h"
@@ -41,8 +42,9 @@ void checkAgainst(const char* name, auto kernel, auto scalar, test::Rng& rng) {
         kernel(a.data(), b.data(), c.data(), out.data());
         for (int i = 0; i < 48; ++i) {
             const float expected = scalar(a[i % 16], b[i % 16], c[i % 16]);
-            INFO(name << " of " << a[i % 16] << ", " << b[i % 16] << ", " << c[i % 16] << ", width "
-                      << (4 << i / 16) << ": " << out[i] << ", not " << expected);
+            INFO(std::string(name)
+                 << " of " << a[i % 16] << ", " << b[i % 16] << ", " << c[i % 16] << ", width "
+                 << (4 << i / 16) << ": " << out[i] << ", not " << expected);
             REQUIRE(same(out[i], expected));
         }
     }
@@ -55,7 +57,7 @@ TEST_CASE("Lanes: every operation is its scalar twin, at every width and in ever
     INFO("seed " << rng.seed());
     for (const simd::InstructionSet set : simd::supportedSets()) {
         simd::ScopedInstructionSet scope(set);
-        INFO(simd::nameOf(set));
+        INFO(std::string(simd::nameOf(set)));
         const bool fused = test::lanesTestKernels->hasFusedProduct;
         const auto product = [&](float a, float b, float c) {
             return fused ? std::fma(a, b, c) : a * b + c;
@@ -82,7 +84,7 @@ TEST_CASE("Lanes: every operation is its scalar twin, at every width and in ever
 TEST_CASE("Lanes: doubles, broadcast of -0, and order of lanes") {
     for (const simd::InstructionSet set : simd::supportedSets()) {
         simd::ScopedInstructionSet scope(set);
-        INFO(simd::nameOf(set));
+        INFO(std::string(simd::nameOf(set)));
         std::array<double, 16> a, b, c;
         for (int i = 0; i < 16; ++i) {
             a[i] = 1.0 + i * 1e-9;

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <string>
 #include <vector>
 
 #include "core/simd/InstructionSet.h"
@@ -46,7 +47,7 @@ TEST_CASE("sanitise: any block length, alignment and cut, in every set, and noth
     for (const simd::InstructionSet set : simd::supportedSets()) {
         simd::ScopedInstructionSet scope(set);
         for (int n = 0; n <= 70; ++n) {
-            INFO(simd::nameOf(set) << ", n " << n);
+            INFO(std::string(simd::nameOf(set)) << ", n " << n);
             const int offset = rng.integer(0, 3);
             const std::vector<float> in = dirtyNoise(rng, n + offset);
             std::vector<float> expected, out(static_cast<std::size_t>(n) + 20, untouched);

@@ -1,0 +1,167 @@
+#include "distortion/curves/VectorClip.h"
+
+#include <doctest/doctest.h>
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <string>
+#include <typeinfo>
+#include <vector>
+
+#include "core/simd/InstructionSet.h"
+#include "distortion/curves/Clip.h"
+#include "distortion/curves/WaveShaper.h"
+#include "support/Rng.h"
+
+using namespace cinder;
+
+namespace {
+
+constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+
+// The vector shapers: what the styles use, and settings beyond them. The bound on the difference to
+// clip is in units of the last place of its result, which for a denormal is that of the smallest
+// normal number. docs/curves.md has the same figures.
+struct Row {
+    Curve curve;
+    float power, negativeScale;
+    double ulps;
+};
+constexpr Row rows[] = {
+    {arcTangentCurve, 1.0f, 1.0f, 3.0},
+    {divisionByMagnitudeCurve, 1.0f, 1.0f, 2.0},
+    {sineCurve, 1.0f, 1.0f, 3.0},
+    {polynomeOrder2Curve, 1.0f, 1.0f, 2.0},
+    {polynomeOrder3Curve, 1.0f, 1.0f, 3.0},
+    {tubeCurve, 1.0f, 1.0f, 12.0},
+    {rectifyCurve, 1.0f, 1.0f, 2.0},
+    {arcTangentCurve, 1.0f, 0.2f, 4.0},
+    {divisionByMagnitudeCurve, 1.0f, 0.5f, 4.0},
+    {arcTangentCurve, 0.8f, 0.75f, 60.0},
+    {arcTangentCurve, 0.8f, 0.5f, 60.0},
+    {divisionByMagnitudeCurve, 0.8f, 0.5f, 60.0},
+    {divisionByMagnitudeCurve, 0.5f, 2.0f, 60.0},
+    {arcTangentCurve, 4.0f, 0.1f, 60.0},
+};
+
+std::string describe(const Row& row) {
+    return std::string(curveNames[row.curve]) + ", power " + std::to_string(row.power) +
+           ", negative scale " + std::to_string(row.negativeScale);
+}
+
+double lastPlace(float value) {
+    const float magnitude = std::fmax(std::fabs(value), std::numeric_limits<float>::min());
+    return static_cast<double>(std::nextafter(magnitude, infinity) - magnitude);
+}
+
+void forEverySet(auto check) {
+    for (const simd::InstructionSet set : simd::supportedSets()) {
+        simd::ScopedInstructionSet scope(set);
+        INFO(std::string(simd::nameOf(set)));
+        for (const Row& row : rows) {
+            const std::string settings = describe(row);
+            INFO(settings);
+            const auto shaper = makeWaveShaper(row.curve, row.power, row.negativeScale);
+            check(row, *shaper);
+        }
+    }
+}
+
+// Floats of either sign, `step` bit patterns apart, from 0 to infinity.
+std::vector<float> sweep(std::uint32_t step) {
+    std::vector<float> samples;
+    for (std::uint32_t bits = 0; bits < 0x7f800000; bits += step) {
+        samples.push_back(std::bit_cast<float>(bits));
+        samples.push_back(-samples.back());
+    }
+    return samples;
+}
+
+}  // namespace
+
+TEST_CASE("Vector shapers: agree with clip over the whole range of a float") {
+    const std::vector<float> in = sweep(49999);
+    std::vector<float> out(in.size());
+    forEverySet([&](const Row& row, WaveShaper& shaper) {
+        shaper.process(in.data(), out.data(), static_cast<int>(in.size()));
+        double worst = 0.0;
+        float worstAt = 0.0f;
+        for (std::size_t i = 0; i < in.size(); ++i) {
+            const float expected = clip(in[i], row.curve, row.power, row.negativeScale);
+            const double difference =
+                std::fabs(static_cast<double>(out[i]) - static_cast<double>(expected));
+            const double ulps = difference / lastPlace(expected);
+            if (ulps > worst || std::isnan(out[i])) worst = ulps, worstAt = in[i];
+        }
+        INFO("worst at " << worstAt);
+        CHECK(worst <= row.ulps);
+    });
+}
+
+TEST_CASE("Vector shapers: 0 and NaN give 0, infinity the limit, and no overshoot") {
+    const std::vector<float> in = {0.0f,     -0.0f,     notANumber, -notANumber,
+                                   infinity, -infinity, 3.4e38f,    -3.4e38f};
+    std::vector<float> out(in.size());
+    forEverySet([&](const Row& row, WaveShaper& shaper) {
+        shaper.process(in.data(), out.data(), static_cast<int>(in.size()));
+        for (std::size_t i = 0; i < in.size(); ++i) {
+            const float expected = clip(in[i], row.curve, row.power, row.negativeScale);
+            INFO("in " << in[i] << ", out " << out[i] << ", clip " << expected);
+            if (i < 4) {
+                CHECK(out[i] == 0.0f);
+            } else {
+                CHECK(std::fabs(out[i] - expected) <= 4e-7f * std::fabs(expected));
+                if (row.negativeScale == 1.0f) CHECK(std::fabs(out[i]) <= std::fabs(expected));
+            }
+        }
+    });
+}
+
+TEST_CASE("Vector shapers: the same bits for any cut, alignment and place") {
+    test::Rng rng = test::Rng::fromEnvironment();
+    INFO("seed " << rng.seed());
+    constexpr int n = 600;
+    forEverySet([&](const Row&, WaveShaper& shaper) {
+        const std::vector<float> in = rng.noise(n, 4.0f);
+        std::vector<float> whole(n), cut(n + 1, 7.0f), inPlace = in;
+        shaper.process(in.data(), whole.data(), n);
+        int at = 0;
+        for (const int piece : rng.pieces(n, 70)) {
+            shaper.process(in.data() + at, cut.data() + at, piece);
+            CHECK(cut[at + piece] == 7.0f);
+            shaper.process(inPlace.data() + at, inPlace.data() + at, piece);
+            at += piece;
+        }
+        CHECK(std::memcmp(whole.data(), cut.data(), n * sizeof(float)) == 0);
+        CHECK(std::memcmp(whole.data(), inPlace.data(), n * sizeof(float)) == 0);
+    });
+}
+
+TEST_CASE("makeWaveShaper: a vector shaper where there is one, clip elsewhere") {
+    const auto isPlain = [](int curve, float power, float scale) {
+        const auto shaper = makeWaveShaper(curve, power, scale);
+        CHECK(shaper->curve == curve);
+        CHECK(shaper->power == power);
+        CHECK(shaper->negativeScale == scale);
+        const WaveShaper& made = *shaper;
+        return typeid(made) == typeid(WaveShaper);
+    };
+    for (int curve = -1; curve <= 15; ++curve) {
+        INFO("curve " << curve);
+        const bool hasPower = curve == arcTangentCurve || curve == divisionByMagnitudeCurve;
+        const bool hasBlock = hasPower || curve == sineCurve || curve == polynomeOrder2Curve ||
+                              curve == polynomeOrder3Curve || curve == tubeCurve ||
+                              curve == rectifyCurve;
+        CHECK(isPlain(curve, 1.0f, 1.0f) == !hasBlock);
+        CHECK(isPlain(curve, 0.8f, 1.0f) == !hasPower);
+        CHECK(isPlain(curve, 1.0f, 0.5f) == !hasPower);
+    }
+    std::vector<float> block = {0.5f, -2.0f, 0.0f};
+    makeWaveShaper(softFoldCurve, 0.8f, 0.5f)->process(block.data(), block.data(), 3);
+    CHECK(block == std::vector<float>{clip(0.5f, softFoldCurve, 0.8f, 0.5f),
+                                      clip(-2.0f, softFoldCurve, 0.8f, 0.5f), 0.0f});
+}
