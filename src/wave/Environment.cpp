@@ -14,9 +14,9 @@ Environment::~Environment() = default;
 
 void Environment::render(int numSamples, unsigned flags) noexcept CINDER_REALTIME {
     if (!(flags & skipCycle)) {
-        // By index: a sink may switch another one off while it runs.
-        for (std::size_t i = 0; i < sinks.size(); ++i)
-            sinks[i]->visitAsSink(numSamples);
+        // A sink may switch others on and off while it runs; the index goes with them.
+        for (nextSink = 0; nextSink < sinks.size();)
+            sinks[nextSink++]->visitAsSink(numSamples);
     }
     position += static_cast<std::uint64_t>(numSamples);
 }
@@ -49,17 +49,20 @@ void Environment::registerProducer() {
 }
 
 void Environment::addSink(Producer* producer, unsigned priority) noexcept CINDER_REALTIME {
+    std::size_t place = sinks.size();
     if (priority == 0) {
-        sinks.insert(sinks.begin(), producer);
+        place = 0;
         ++firstPriorityCount;
     } else if (priority == 1) {
-        sinks.insert(sinks.begin() + firstPriorityCount, producer);
-    } else {
-        sinks.push_back(producer);
+        place = static_cast<std::size_t>(firstPriorityCount);
     }
+    sinks.insert(sinks.begin() + static_cast<std::ptrdiff_t>(place), producer);
+    if (place < nextSink) ++nextSink;
 }
 
 void Environment::removeSink(Producer* producer) noexcept CINDER_REALTIME {
+    const auto next = sinks.begin() + static_cast<std::ptrdiff_t>(nextSink);
+    nextSink -= static_cast<std::size_t>(std::count(sinks.begin(), next, producer));
     const auto removed = std::erase(sinks, producer);
     if (producer->getRenderPriority() == 0) firstPriorityCount -= static_cast<int>(removed);
 }

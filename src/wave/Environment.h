@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -82,6 +83,7 @@ public:
 
 private:
     std::vector<Producer*> sinks;
+    std::size_t nextSink = 0;  // the one that `render` visits next; never behind the end
     bool destroying = false;
     const std::int32_t maxBlockSize = 256;
     std::int32_t producerCount = 0;

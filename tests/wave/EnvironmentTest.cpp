@@ -1,1 +1,240 @@
+#include "wave/Environment.h"
+
 #include <doctest/doctest.h>
+
+#include <algorithm>
+#include <functional>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/NotifyEvent.h"
+#include "support/Rng.h"
+#include "wave/Cycle.h"
+
+namespace cinder::wave {
+namespace {
+
+using test::runCycle;
+
+/// A sink that notes its visits in a common log, and may do something while it is visited.
+struct LoggingSink final : Producer {
+    LoggingSink(Environment* environment, char name, std::string* log)
+        : Producer(environment, true), name(name), log(log) {}
+    void render(BasicBlock<float>*, int, unsigned flags) noexcept override {
+        *log += name;
+        *log += flags == Environment::writeVisit  ? '2'
+                : flags == Environment::sinkVisit ? '1'
+                                                  : '0';
+        if (whenVisited) whenVisited();
+    }
+    char name;
+    std::string* log;
+    std::function<void()> whenVisited;
+};
+
+/// The order of sinks, told the slow way: one list for each kind of priority.
+struct SinkOrder {
+    void add(char name, unsigned priority) {
+        std::string& list = lists[std::min(priority, 2u)];
+        list.insert(priority < 2 ? list.begin() : list.end(), name);
+    }
+    void remove(char name) {
+        for (std::string& list : lists)
+            std::erase(list, name);
+    }
+    std::string visits() const {
+        std::string log;
+        for (int kind = 0; kind < 3; ++kind)
+            for (char name : lists[kind])
+                log += {name, kind == 0 ? '2' : '1'};
+        return log;
+    }
+    std::string lists[3];
+};
+
+TEST_CASE("Environment: sinks run by priority, whatever was added, moved, switched or deleted") {
+    test::Rng rng = test::Rng::fromEnvironment();
+    INFO("seed " << rng.seed());
+    for (int round = 0; round < 50; ++round) {
+        Environment environment;
+        SinkOrder order;
+        std::string log, done;
+        std::vector<std::unique_ptr<LoggingSink>> sinks;
+        std::vector<unsigned> priorities(8, 99);  // 99: no sink yet
+        for (char name = 'a'; name <= 'h'; ++name)
+            sinks.push_back(std::make_unique<LoggingSink>(&environment, name, &log));
+        for (int step = 0; step < 60; ++step) {
+            const int i = rng.integer(0, 7);
+            const char name = static_cast<char>('a' + i);
+            LoggingSink* const sink = sinks[i].get();
+            const auto operation = rng.integer(0, 20);
+            if (!sink) continue;
+            done += name;
+            done += std::to_string(operation) + " ";
+            if (operation < 8) {
+                priorities[i] = static_cast<unsigned>(rng.integer(0, 4));
+                sink->setRenderPriority(priorities[i]);
+                order.remove(name);
+                if (sink->isActive()) order.add(name, priorities[i]);
+            } else if (operation < 14) {
+                if (sink->isActive()) order.remove(name);
+                sink->setActive(false);
+            } else if (operation < 20) {
+                if (!sink->isActive() && priorities[i] != 99) order.add(name, priorities[i]);
+                sink->setActive(true);
+            } else {
+                order.remove(name);
+                sinks[i].reset();
+            }
+            log.clear();
+            runCycle(environment, 1);
+            INFO("done: " << done);
+            REQUIRE(log == order.visits());
+        }
+    }
+}
+
+TEST_CASE("Environment: a sink that was pulled is not run again, unless it has priority 0") {
+    Environment environment;
+    test::ClockSource first(&environment), second(&environment), last(&environment);
+    first.setRenderPriority(0);
+    second.setRenderPriority(1);
+    last.setRenderPriority(2);
+    using Visits = std::vector<test::ClockSource::Visit>;
+    runCycle(environment, 5, {&first, &second, &last});
+    CHECK(first.visits == Visits{{5, 0}, {5, 2}});
+    CHECK(second.visits == Visits{{5, 0}});
+    CHECK(last.visits == Visits{{5, 0}});
+    runCycle(environment, 7);
+    CHECK(first.visits == Visits{{5, 0}, {5, 2}, {7, 2}});
+    CHECK(second.visits == Visits{{5, 0}, {7, 1}});
+    CHECK(last.visits == Visits{{5, 0}, {7, 1}});
+    CHECK(second.getOutput()->data()[6] == 12.0f);
+    runCycle(environment, 100, {}, Environment::skipCycle);
+    CHECK(first.visits.size() == 3);
+    CHECK(environment.getPosition() == 112);
+}
+
+TEST_CASE(
+    "Environment: sinks that switch others on and off are no reason to miss one or run it twice") {
+    test::Rng rng = test::Rng::fromEnvironment();
+    for (int round = 0; round < 2000; ++round) {
+        INFO("round " << round << ", seed " << rng.seed());
+        Environment environment;
+        std::string log;
+        std::vector<std::unique_ptr<LoggingSink>> sinks;
+        for (char name = 'a'; name <= 'f'; ++name) {
+            sinks.push_back(std::make_unique<LoggingSink>(&environment, name, &log));
+            sinks.back()->setRenderPriority(static_cast<unsigned>(rng.integer(0, 2)));
+            if (rng.integer(0, 3) == 0) sinks.back()->setActive(false);
+        }
+        std::string active, mustRun, mayRun;
+        for (const auto& sink : sinks)
+            if (sink->isActive()) active += sink->name;
+        mustRun = active;
+        mayRun = active;
+        for (const auto& sink : sinks)
+            sink->whenVisited = [&, from = sink.get()] {
+                for (int k = rng.integer(0, 2); k > 0; --k) {
+                    LoggingSink& to = *sinks[static_cast<std::size_t>(rng.integer(0, 5))];
+                    const bool on = rng.integer(0, 1) == 1;
+                    to.setActive(on);
+                    const bool waits = log.find(to.name) == std::string::npos;
+                    if (!on && waits) std::erase(mustRun, to.name);
+                    if (on) mayRun += to.name;
+                }
+            };
+        runCycle(environment, 1);
+        INFO("active before " << active << ", run " << log);
+        for (const auto& sink : sinks) {
+            const auto runs = std::count(log.begin(), log.end(), sink->name);
+            CHECK(runs <= 1);
+            if (mustRun.find(sink->name) != std::string::npos) CHECK(runs == 1);
+            if (mayRun.find(sink->name) == std::string::npos) CHECK(runs == 0);
+        }
+    }
+}
+
+TEST_CASE("Environment: each reset mode marks and clears what it says") {
+    struct Case {
+        Environment::ResetMode mode;
+        bool hard;
+        int activeResets, inactiveResets;
+    };
+    for (const Case& c : {Case{Environment::ResetMode::ActiveOnly, true, 1, 0},
+                          {Environment::ResetMode::All, true, 1, 1},
+                          {Environment::ResetMode::MarkOnly, false, 0, 0}}) {
+        INFO("mode " << static_cast<int>(c.mode));
+        Environment environment;
+        test::ClockSource active(&environment), inactive(&environment);
+        inactive.setActive(false);
+        runCycle(environment, 100);
+        environment.reset(c.mode);
+        CHECK(environment.getResetPosition() == 100);
+        CHECK(environment.getHardResetPosition() == (c.hard ? 100 : 0));
+        CHECK(active.resets == c.activeResets);
+        CHECK(inactive.resets == c.inactiveResets);
+    }
+}
+
+TEST_CASE("Environment: a rate that really changes clears everything, then tells") {
+    struct Listener {
+        void heard(NotifyEvent::Argument argument) {
+            ++calls;
+            CHECK(argument == environment);
+            CHECK(source->resets == calls);
+        }
+        Environment* environment;
+        test::ClockSource* source;
+        int calls = 0;
+    };
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    Environment environment;
+    test::ClockSource source(&environment);
+    source.setActive(false);
+    Listener listener{&environment, &source};
+    environment.sampleRateChanged.setMainHandler(
+        NotifyEvent::makeHandler(&listener, &Listener::heard));
+    for (float rate :
+         {44100.0f, 0.0f, -48000.0f, infinity, -infinity, std::numeric_limits<float>::quiet_NaN()})
+        environment.setSampleRate(rate);
+    CHECK(listener.calls == 0);
+    CHECK(environment.getSampleRate() == 44100.0f);
+    environment.setSampleRate(48000.0f);
+    environment.setSampleRate(48000.0f);
+    CHECK(listener.calls == 1);
+    CHECK(environment.getSampleRate() == 48000.0f);
+}
+
+TEST_CASE("Environment: a graph is torn down in any order, and what remains goes on running") {
+    test::Rng rng = test::Rng::fromEnvironment();
+    for (bool shutdown : {false, true})
+        for (int round = 0; round < 50; ++round) {
+            INFO("shutdown " << shutdown << ", round " << round << ", seed " << rng.seed());
+            Environment environment;
+            std::string log;
+            std::vector<std::unique_ptr<Producer>> graph;
+            for (char name = 'a'; name <= 'j'; ++name) {
+                graph.push_back(std::make_unique<LoggingSink>(&environment, name, &log));
+                graph.back()->setRenderPriority(static_cast<unsigned>(rng.integer(0, 2)));
+                graph.push_back(std::make_unique<test::ClockSource>(&environment));
+            }
+            if (shutdown) environment.beginShutdown();
+            while (!graph.empty()) {
+                graph.erase(graph.begin() + rng.integer(0, static_cast<int>(graph.size()) - 1));
+                if (shutdown) continue;
+                log.clear();
+                runCycle(environment, 1);
+                environment.reset(Environment::ResetMode::All);
+                const auto sinks = std::count_if(graph.begin(), graph.end(), [](const auto& p) {
+                    return dynamic_cast<LoggingSink*>(p.get()) != nullptr;
+                });
+                CHECK(log.size() == static_cast<std::size_t>(sinks) * 2);
+            }
+        }
+}
+
+}  // namespace
+}  // namespace cinder::wave
