@@ -33,6 +33,9 @@ void Delay::setDelay(std::int32_t samples) noexcept CINDER_REALTIME {
 
 void Delay::maxBlockSizeChanged() {
     resizeBuffer();
+    // What was written stays, as far as the ring reaches; a smaller ring may end before it.
+    writePosition &= mask;
+    validCount = std::min(validCount, buffer.size());
     updateTapBase();
 }
 

@@ -42,7 +42,7 @@ public:
 
     virtual std::int32_t getMaxBlockSize() const { return maxBlockSize; }
     /// Nothing here: this environment's block size is constant. One with a variable block size
-    /// derives and keeps the list.
+    /// derives and keeps the list. The zero block is older than that list and has to be put on it.
     virtual void addDynamicMaxBlockSizeListener(DynamicMaxBlockSizeListener*) {}
     virtual void removeDynamicMaxBlockSizeListener(DynamicMaxBlockSizeListener*) {}
 
