@@ -57,7 +57,9 @@ void Environment::addSink(Producer* producer, unsigned priority) noexcept CINDER
         place = static_cast<std::size_t>(firstPriorityCount);
     }
     sinks.insert(sinks.begin() + static_cast<std::ptrdiff_t>(place), producer);
-    if (place < nextSink) ++nextSink;
+    // One of priority 0 that comes while sinks run waits for the next cycle: it may be back after
+    // its own turn.
+    if (place < nextSink || priority == 0) ++nextSink;
 }
 
 void Environment::removeSink(Producer* producer) noexcept CINDER_REALTIME {
