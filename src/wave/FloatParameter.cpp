@@ -117,6 +117,11 @@ FloatParameter::ValueBlock* FloatParameter::render(int numSamples,
 FloatParameter::ValueBlock* FloatParameter::follow(int numSamples,
                                                    bool* isConstant) noexcept CINDER_REALTIME {
     const std::uint64_t position = environment->getPosition();
+    if (lastPosition > position) {
+        // Somebody else has followed it in this cycle, and everybody hears the same.
+        *isConstant = valueBlock.filled > 0;
+        return &valueBlock;
+    }
     const auto left = static_cast<std::uint64_t>(std::max(rampLength - rampPosition, 0));
     const std::uint64_t skipped =
         lastPosition > environment->getResetPosition() ? position - lastPosition : left;
