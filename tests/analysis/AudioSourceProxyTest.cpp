@@ -125,7 +125,7 @@ TEST_CASE("AudioSourceProxy: a new layout or rate drops what waits and resizes t
 
 TEST_CASE("AudioSourceProxy: rates that are none are ignored, absurd ones cut") {
     constexpr float infinity = std::numeric_limits<float>::infinity();
-    for (float rate : {0.0f, -1.0f, -infinity, std::nanf("")}) {
+    for (float rate : {0.0f, -1.0f, -infinity, std::numeric_limits<float>::quiet_NaN()}) {
         AudioSourceProxy proxy;
         proxy.setSampleRate(rate);
         feed(proxy, 1, 1, 512, 0);
