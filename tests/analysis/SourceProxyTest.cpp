@@ -84,7 +84,8 @@ TEST_CASE("SpectrumSourceProxy: the maximum per bin since the last read") {
     CHECK(look(proxy) == std::vector{4.0f, 5.0f, 2.5f});
     CHECK(look(proxy) == std::vector{4.0f, 5.0f, 2.5f});
     CHECK(feed(proxy, spectrumBytes(3, {0.5f, 0.25f, 0.0f})));
-    CHECK(look(proxy) == std::vector{0.5f, 0.25f, 0.0f});
+    CHECK(feed(proxy, spectrumBytes(4, {0.25f, 0.5f, 0.0f})));
+    CHECK(look(proxy) == std::vector{0.5f, 0.5f, 0.0f});
 }
 
 TEST_CASE("SpectrumSourceProxy: another size takes the place of what was not read") {

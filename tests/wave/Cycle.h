@@ -26,7 +26,10 @@ public:
         bool operator==(const Visit&) const = default;
     };
 
-    explicit ClockSource(wave::Environment* environment) : Source(environment) { makeResettable(); }
+    explicit ClockSource(wave::Environment* environment, bool hasState = true)
+        : Source(environment) {
+        if (hasState) makeResettable();
+    }
 
     void render(wave::BasicBlock<float>* block, int numSamples, unsigned flags) noexcept override {
         visits.push_back({numSamples, flags});

@@ -45,6 +45,9 @@ TEST_CASE("Delay: the ring is the smallest power of two that holds the longest d
             CHECK((delay->getSize() & delay->getMask()) == 0);
             CHECK(delay->getMaxDelay() == std::max(maxDelay, 0));
         }
+        changed.setMaxDelay(maxDelay / 2);
+        CHECK(changed.getDelay() <= changed.getMaxDelay());
+        CHECK(changed.getTapBase() == changed.getReadBase() - changed.getDelay() - 1);
         constructed.setDelay(1 << 30);
         CHECK(constructed.getDelay() == std::max(maxDelay, 0));
         CHECK(constructed.getTapBase() == constructed.getReadBase() - constructed.getDelay() - 1);
@@ -54,14 +57,16 @@ TEST_CASE("Delay: the ring is the smallest power of two that holds the longest d
 TEST_CASE("Delay: reads what was written that long ago, for every delay and any cut") {
     test::Rng rng = test::Rng::fromEnvironment();
     Environment environment;
-    for (int maxDelay : {0, 1, 100, 256, 300}) {
+    for (int maxDelay : {0, 1, 100, 256, 300, 768}) {
+        const std::vector<int> fullBlocks(12, 256);
+        const bool isCut = maxDelay < 768;
         Delay delay(&environment, maxDelay);
         delay.setFillValue(-7.0f);
         Tape tape;
-        const std::vector<float> signal = rng.noise(3000);
+        const std::vector<float> signal = rng.noise(12 * 256);
         std::vector<float> out(256);
         int at = 0;
-        for (int n : rng.pieces(3000, 256)) {
+        for (int n : isCut ? rng.pieces(12 * 256, 256) : fullBlocks) {
             delay.write(&signal[static_cast<std::size_t>(at)], n);
             tape.write(&signal[static_cast<std::size_t>(at)], n);
             at += n;
@@ -75,6 +80,7 @@ TEST_CASE("Delay: reads what was written that long ago, for every delay and any 
             INFO("longest " << maxDelay << ", written " << at << ", block " << n << ", seed "
                             << rng.seed());
             CHECK(wrongDelays == "");
+            CHECK(delay.getValidCount() <= delay.getSize());
         }
     }
 }

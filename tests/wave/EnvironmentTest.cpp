@@ -137,8 +137,9 @@ TEST_CASE(
         mayRun = active;
         for (const auto& sink : sinks)
             sink->whenVisited = [&, from = sink.get()] {
-                for (int k = rng.integer(0, 2); k > 0; --k) {
-                    LoggingSink& to = *sinks[static_cast<std::size_t>(rng.integer(0, 5))];
+                for (int k = rng.integer(0, 3); k > 0; --k) {
+                    const auto other = static_cast<std::size_t>(rng.integer(0, 8));
+                    LoggingSink& to = other < sinks.size() ? *sinks[other] : *from;
                     const bool on = rng.integer(0, 1) == 1;
                     to.setActive(on);
                     const bool waits = log.find(to.name) == std::string::npos;

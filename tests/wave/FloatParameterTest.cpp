@@ -212,6 +212,12 @@ TEST_CASE("FloatParameter: values jump unless they were followed up to the prese
           {"never followed", [](Knob&) {}, true},
           {"two values at once", [](Knob& k) { k->assign(0.4f); }, true},
           {"cycle without a pull", [](Knob& k) { runCycle(k.environment, 9); }, false},
+          {"cycle without a pull, then a value",
+           [](Knob& k) {
+               runCycle(k.environment, 9);
+               k->assign(0.4f);
+           },
+           true},
           {"skipped cycle", [](Knob& k) { runCycle(k.environment, 9, {}, Environment::skipCycle); },
            false},
           {"reset", [](Knob& k) { k.environment.reset(Mode::MarkOnly); }, false},
@@ -240,6 +246,19 @@ TEST_CASE("FloatParameter: values jump unless they were followed up to the prese
     CHECK_FALSE(fresh.isRamping());
 }
 
+TEST_CASE("FloatParameter: a ramp that is asked for runs in full even where a value would jump") {
+    Knob knob;
+    knob->setValue(1.0f, 20.0f);
+    knob.run(100);
+    runCycle(knob.environment, 50);
+    knob->setValue(0.0f, 20.0f);
+    const std::vector<float> out = knob.run(883);
+    CHECK(out[0] == 1.0f);  // where the ramp stood when it was last heard is forgotten
+    CHECK(out[441] == doctest::Approx(0.5f).epsilon(1e-5));
+    CHECK(out[881] > 0.0f);
+    CHECK(out[882] == 0.0f);
+}
+
 TEST_CASE("FloatParameter: a ramp that nobody pulls goes on in silence, and a reset ends it") {
     for (int missed : {0, 1, 100, 881, 882, 5000}) {
         INFO("missed " << missed);
@@ -250,6 +269,14 @@ TEST_CASE("FloatParameter: a ramp that nobody pulls goes on in silence, and a re
         for (int i = 0; i < missed; ++i)
             runCycle(lagging.environment, 1);
         CHECK(lagging.run(1000, 1) == pulled.run(1000, 1));
+    }
+    for (int longSkips = 1; longSkips < 6; ++longSkips) {
+        Knob knob;
+        knob->setValue(1.0f, 1e30f);
+        knob.run(1);
+        for (int i = 0; i < longSkips; ++i)
+            runCycle(knob.environment, 1 << 30, {}, Environment::skipCycle);
+        CHECK(knob.run(1)[0] == doctest::Approx(std::min(longSkips * 0.5, 1.0)));
     }
     for (auto mode : {Environment::ResetMode::ActiveOnly, Environment::ResetMode::All,
                       Environment::ResetMode::MarkOnly}) {

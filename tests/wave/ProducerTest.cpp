@@ -2,6 +2,7 @@
 
 #include <doctest/doctest.h>
 
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -61,9 +62,38 @@ TEST_CASE("Producer: one that becomes active starts clean, and repeating a state
     CHECK(source.resets == 0);
     source.setActive(true);
     CHECK(source.resets == 1);
+    ClockSource stateless(&environment, false);
+    stateless.setActive(false);
+    stateless.setActive(true);
+    CHECK(stateless.resets == 0);
 }
 
-/// Output 0: its own samples. Output 1: the input's block, handed through.
+/// Hands silence on in every other cycle.
+struct Stutter final : Source {
+    using Source::Source;
+    void render(BasicBlock<float>*, int, unsigned) noexcept override {
+        if (environment->getBlockId() % 2 == 0) passOn(environment->getZeroBlock());
+    }
+};
+
+TEST_CASE(
+    "Producer: a block that was passed on is forgotten in the next cycle, pulled or visited") {
+    for (bool isSink : {false, true}) {
+        Environment environment;
+        Stutter stutter(&environment);
+        if (isSink) stutter.setRenderPriority(1);
+        for (int cycle = 1; cycle <= 4; ++cycle) {
+            if (isSink)
+                runCycle(environment, 4);
+            else
+                runCycle(environment, 4, {&stutter});
+            const bool isSilence = stutter.getOutput() == environment.getZeroBlock();
+            CHECK(isSilence == (cycle % 2 == 0));
+        }
+    }
+}
+
+/// Output 0: its own samples. Output 1: the input's block, handed through unless told otherwise.
 struct Splitter final : MultiProducer {
     explicit Splitter(Environment* environment, Producer* through)
         : MultiProducer(environment), through(through) {
@@ -72,13 +102,15 @@ struct Splitter final : MultiProducer {
     }
     void render(BasicBlock<float>** blocks, int numSamples, unsigned) noexcept override {
         ++renders;
-        blocks[1] = through->pull(numSamples);
+        BasicBlock<float>* const in = through->pull(numSamples);
         for (int i = 0; i < numSamples; ++i)
-            blocks[0]->data()[i] = -blocks[1]->data()[i];
+            blocks[0]->data()[i] = -in->data()[i];
+        if (handsThrough) blocks[1] = in;
         setOutputConstant(1, true);
     }
     void reset() noexcept override { ++resets; }
     Producer* through;
+    bool handsThrough = true;
     int renders = 0, resets = 0;
 };
 
@@ -99,6 +131,9 @@ TEST_CASE("MultiProducer: the first pull of any output renders all of them, once
             CHECK_FALSE(splitter.getOutput(0)->isConstant());
             environment.render(4, 0);
         }
+        splitter.handsThrough = false;
+        runCycle(environment, 4, {splitter.getOutput(first)});
+        CHECK(splitter.getOutput(1)->getOutput() != source.getOutput());
         environment.reset(Environment::ResetMode::All);
         CHECK(splitter.resets == 1);
     }
@@ -124,6 +159,37 @@ TEST_CASE("Input: sub-blocks of any size read the host's buffer in order, then s
         expected.resize(read.size());
         CHECK(read == expected);
     }
+}
+
+TEST_CASE("Input: what nobody pulled is passed over, and a new buffer starts at its own start") {
+    std::vector<float> buffer(300);
+    for (std::size_t i = 0; i < buffer.size(); ++i)
+        buffer[i] = static_cast<float>(i + 1);
+    Environment environment;
+    Input input(&environment);
+    for (int missed : {0, 1, 100, 256, 5000}) {
+        INFO("missed " << missed);
+        input.setBuffer(buffer.data(), 300);
+        runCycle(environment, 20, {&input});
+        CHECK(input.getOutput()->data()[19] == 20.0f);
+        runCycle(environment, missed, {}, Environment::skipCycle);
+        runCycle(environment, 30, {&input});
+        const int last = 20 + missed + 30;
+        CHECK(input.getOutput()->data()[29] == (last <= 300 ? static_cast<float>(last) : 0.0f));
+    }
+}
+
+TEST_CASE("Input: nothing that is not a number, and nothing absurd, enters") {
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    const std::vector<float> buffer{
+        0.5f, std::numeric_limits<float>::quiet_NaN(), infinity, -infinity, 1e30f, -1e30f, -0.5f};
+    Environment environment;
+    Input input(&environment);
+    input.setBuffer(buffer.data(), static_cast<int>(buffer.size()));
+    runCycle(environment, 7, {&input});
+    const float* const out = input.getOutput()->data();
+    CHECK(std::vector(out, out + 7) ==
+          std::vector{0.5f, 0.0f, 0.0f, 0.0f, 1000.0f, -1000.0f, -0.5f});
 }
 
 TEST_CASE("Input: silent without a buffer") {
