@@ -7,7 +7,10 @@
 #include <utility>
 #include <vector>
 
+#include "support/RealtimeGuard.h"
+
 using cinder::AsyncEventQueue;
+using cinder::test::guarded;
 
 namespace {
 
@@ -42,7 +45,8 @@ TEST_CASE("AsyncEventQueue: a post from the audio thread waits for the owner's n
     const auto queue = AsyncEventQueue::create();
     Events seen;
     queue->setHandler([&](int event, int argument) { seen.emplace_back(event, argument); });
-    queue->postFromAudio(1, 10);
+    const auto report = guarded([&] { queue->postFromAudio(1, 10); });
+    CHECK_MESSAGE(report.isClean(), report);
     CHECK_FALSE(isReadable(*queue));
     queue->post(1, 11);
     CHECK(isReadable(*queue));

@@ -10,9 +10,12 @@
 #include <thread>
 #include <vector>
 
+#include "support/RealtimeGuard.h"
 #include "support/Rng.h"
 
 using cinder::LockFreeQueue;
+using cinder::test::Forbidden;
+using cinder::test::guarded;
 using cinder::test::Rng;
 
 namespace {
@@ -169,6 +172,29 @@ TEST_CASE("LockFreeQueue: the store doubles when it has run empty, and only then
             continue;
     }
     CHECK(roomy.nodeCount() == 1024);
+}
+
+TEST_CASE("LockFreeQueue: push and pop are fit for the audio thread, growth is not") {
+    LockFreeQueue<std::uint64_t> queue(64, 128);
+    const auto fill = [&](int count) {
+        for (int i = 0; i < count; ++i)
+            queue.push(static_cast<std::uint64_t>(i));
+    };
+    const auto report = guarded([&] {
+        std::uint64_t payload = 0;
+        for (int pass = 0; pass < 10; ++pass) {
+            fill(62);
+            while (queue.pop(payload))
+                continue;
+        }
+    });
+    CHECK_MESSAGE(report.isClean(), report);
+    const auto growth = guarded([&] { fill(63); });
+    CHECK(growth.of(Forbidden::Lock) == 2);  // in and out
+    CHECK(growth.of(Forbidden::Allocation) == 0);
+    fill(126 - 63);
+    const auto full = guarded([&] { fill(10); });  // no lock is taken only to drop
+    CHECK_MESSAGE(full.isClean(), full);
 }
 
 TEST_CASE("LockFreeQueue: a payload comes out with the bits that went in") {
