@@ -1,0 +1,228 @@
+#include "modulation/sources/dynamics/Capacitor.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+
+#include "core/Constants.h"
+
+namespace cinder {
+
+namespace {
+
+constexpr double fallingFrom = -1.1920928955078125e-07;
+constexpr float restLevel = 1e-9f;
+// ln 10, in the digits that saved sounds were made with: after the set time a tenth is left.
+constexpr double decadeNepers = 2.3025851;
+constexpr double expMinimum = -25.0;
+constexpr double scalePerDb = 0.1;
+constexpr double softeningPerDb = 0.041666666666666664;  // seconds per dB and unit of softening
+constexpr double curveReach = 10.0;                      // dB
+
+bool isNear(float value, float neutral) noexcept CINDER_REALTIME {
+    return std::abs(value - neutral) <= sameValue;
+}
+
+}  // namespace
+
+/// The control blocks of one cycle.
+struct Capacitor::Controls {
+    const float* attack;
+    const float* attackScale;
+    const float* attackCurve;
+    const float* releaseSoftening;
+    const float* release;
+    const float* releaseScale;
+    const float* releaseCurve;
+    bool arePlain;  // two times that stand still, all else neutral
+};
+
+Capacitor::Capacitor(wave::Environment* environment, const Style* style)
+    : Filter(environment),
+      attack(environment, 0.0005f, 0.0f, 10.0f),
+      attackScale(environment, 1.0f),
+      attackCurve(environment, 0.0f, -1.0f, 1.0f),
+      releaseSoftening(environment, 0.0f, 0.0f, 10.0f),
+      release(environment, 0.1f, 0.0f, 10.0f),
+      releaseScale(environment, 1.0f),
+      releaseCurve(environment, 0.0f, -1.0f, 1.0f),
+      style(style) {
+    makeResettable();
+}
+
+void Capacitor::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,
+                        unsigned) noexcept CINDER_REALTIME {
+    if (isAtRest(in->data(), numSamples)) {
+        passOn(in);
+        setConstant(input->isConstant());
+        return;
+    }
+    if (resetPending) beginAnew();
+    const Controls controls = pullControls(numSamples);
+    if (controls.arePlain)
+        smoothPlainly(in->data(), out->data(), numSamples, controls);
+    else
+        smooth(in->data(), out->data(), numSamples, controls);
+    if (!std::isfinite(state)) state = 0.0;
+    setConstant(false);
+}
+
+/// Compares bit patterns, which magnitudes of floats allow: a loop that compilers turn into
+/// vectors, and one in which a NaN is no rest.
+bool Capacitor::isAtRest(const float* in, int numSamples) const noexcept CINDER_REALTIME {
+    if (!(std::abs(state) <= static_cast<double>(restLevel))) return false;
+    const int count = input->isConstant() ? 1 : numSamples;
+    constexpr auto rest = std::bit_cast<std::int32_t>(restLevel);
+    std::int32_t isLoud = 0;
+    for (int i = 0; i < count; ++i)
+        isLoud |= (std::bit_cast<std::int32_t>(in[i]) & 0x7fffffff) > rest ? 1 : 0;
+    return isLoud == 0;
+}
+
+void Capacitor::beginAnew() noexcept CINDER_REALTIME {
+    resetPending = false;
+    softeningPosition = 0.0;
+    falling = false;
+    state = 0.0;
+    // The curve is worked out anew only now and then; what sound came before must not show.
+    curveDistance = 0.0;
+    curveValue = 1.0;
+}
+
+Capacitor::Controls Capacitor::pullControls(int numSamples) noexcept CINDER_REALTIME {
+    Controls controls{};
+    controls.arePlain = !autoRelease;
+    const auto time = [&](wave::FloatParameterBus& bus) {
+        const float* const samples = bus.pull(numSamples)->data();
+        controls.arePlain = controls.arePlain && bus.isConstant();
+        return samples;
+    };
+    const auto shape = [&](wave::FloatParameterBus& bus, float neutral) {
+        const float* const samples = time(bus);
+        controls.arePlain = controls.arePlain && isNear(samples[0], neutral);
+        return samples;
+    };
+    controls.attack = time(attack);
+    controls.attackScale = shape(attackScale, 1.0f);
+    controls.attackCurve = shape(attackCurve, 0.0f);
+    controls.releaseSoftening = shape(releaseSoftening, 0.0f);
+    controls.release = time(release);
+    controls.releaseScale = shape(releaseScale, 1.0f);
+    controls.releaseCurve = shape(releaseCurve, 0.0f);
+    return controls;
+}
+
+void Capacitor::smoothPlainly(const float* in, float* out, int numSamples,
+                              const Controls& controls) noexcept CINDER_REALTIME {
+    const auto sampleRate = static_cast<double>(environment->getSampleRate());
+    const double up = riseCoefficient.of(static_cast<double>(controls.attack[0]) * sampleRate);
+    const double down = fallCoefficient.of(static_cast<double>(controls.release[0]) * sampleRate);
+    // One step waits for the one before, so lanes gain nothing, and choosing without a branch would
+    // only lengthen the chain: sounds change direction rarely enough to be foreseen.
+    double level = state;
+    for (int i = 0; i < numSamples; ++i) {
+        const double d = static_cast<double>(in[i]) - level;
+        level += d * (d <= fallingFrom ? down : up);
+        out[i] = static_cast<float>(level);
+    }
+    state = level;
+    falling = false;
+}
+
+void Capacitor::smooth(const float* in, float* out, int numSamples,
+                       const Controls& controls) noexcept CINDER_REALTIME {
+    const auto sampleRate = static_cast<double>(environment->getSampleRate());
+    for (int i = 0; i < numSamples; ++i) {
+        double d = static_cast<double>(in[i]) - state;
+        if (d <= fallingFrom) {
+            if (!falling) softeningPosition = 0.0;
+            falling = true;
+            const double seconds = fallingTime(d, controls, i);
+            state += d * fallCoefficient.of(seconds * sampleRate);
+        } else {
+            falling = false;
+            state += d * riseCoefficient.of(risingTime(d, controls, i) * sampleRate);
+        }
+        out[i] = static_cast<float>(state);
+    }
+}
+
+/// Seconds of a fall by d, which the softening shortens.
+double Capacitor::fallingTime(double& d, const Controls& controls, int i) noexcept CINDER_REALTIME {
+    auto t = static_cast<double>(controls.release[i]);
+    if (autoRelease)
+        t = static_cast<double>(autoReleaseTime.get()) / (std::sqrt(std::max(state, 0.0)) + 1.0);
+    if (const float scale = controls.releaseScale[i]; !isNear(scale, 1.0f)) {
+        const double x = t * d * -scalePerDb;
+        t = (t - x) * static_cast<double>(scale) + x;
+    }
+    if (const float softening = controls.releaseSoftening[i]; !isNear(softening, 0.0f))
+        d = softened(d, softening);
+    if (const float curve = controls.releaseCurve[i]; !isNear(curve, 0.0f) && d > -curveReach)
+        t += curveAt(d, i) * static_cast<double>(curve);
+    return t;
+}
+
+/// Seconds of a rise by d.
+double Capacitor::risingTime(double d, const Controls& controls,
+                             int i) const noexcept CINDER_REALTIME {
+    auto t = static_cast<double>(controls.attack[i]);
+    if (const float scale = controls.attackScale[i]; !isNear(scale, 1.0f)) {
+        const double x = t * d * scalePerDb;
+        t = (t - x) * static_cast<double>(scale) + x;
+    }
+    if (const float curve = controls.attackCurve[i]; !isNear(curve, 0.0f) && d < curveReach)
+        t += style->exp(-d) * static_cast<double>(curve);
+    return t;
+}
+
+/// Fades the fall in, over a time that grows with its depth.
+double Capacitor::softened(double d, float softening) noexcept CINDER_REALTIME {
+    const auto sampleRate = static_cast<double>(environment->getSampleRate());
+    const auto samples = static_cast<float>(
+        std::max(1.0, std::abs(d) * softeningPerDb * sampleRate * static_cast<double>(softening)));
+    if (samples != softeningSamples) {
+        softeningSamples = samples;
+        softeningStep = 1.0 / static_cast<double>(samples);
+    }
+    softeningPosition = std::min(1.0, softeningPosition + softeningStep);
+    return d * softeningPosition * softeningPosition;
+}
+
+/// exp(d), worked out where d has moved away and on every 16th sample of the time line, so that a
+/// cut of the block makes no difference.
+double Capacitor::curveAt(double d, int i) noexcept CINDER_REALTIME {
+    const bool isDue = ((environment->getPosition() + static_cast<std::uint64_t>(i)) & 15u) == 0;
+    const double tolerance = d * d * d * d * 9.999999747378752e-06 + 3.9999998989515007e-05;
+    if (isDue || std::abs(d - curveDistance) > tolerance) {
+        curveDistance = d;
+        curveValue = style->exp(d);
+    }
+    return curveValue;
+}
+
+/// Written so that a NaN jumps like no time at all.
+double Capacitor::Coefficient::of(double timeSamples) noexcept CINDER_REALTIME {
+    if (timeSamples != lastSamples) {
+        lastSamples = timeSamples;
+        value = timeSamples > static_cast<double>(sameValue)
+                    ? 1.0 - std::exp(-decadeNepers / timeSamples)
+                    : 1.0;
+    }
+    return value;
+}
+
+double Capacitor::Style::ExpFunction::evaluate(double x) const {
+    return std::exp(x);
+}
+
+Capacitor::Style::Style() {
+    constexpr int numPoints = 8192;
+    table.build(numPoints, ExpFunction(), expMinimum, 0.0);
+}
+
+double Capacitor::Style::exp(double x) const noexcept CINDER_REALTIME {
+    return table.lookup(static_cast<float>(x > expMinimum ? x : expMinimum));
+}
+
+}  // namespace cinder

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstdint>
+
+#include "core/Property.h"
+#include "distortion/curves/FunctionTable.h"
+#include "wave/FloatParameterBus.h"
+
+namespace cinder {
+
+/// Smooths a gain change, with times of its own for rising and falling:
+///   d = x[n] - y[n-1],  y[n] = y[n-1] + d (1 - exp(-ln 10 / (t rate)))
+/// so that after t seconds a tenth of a step is left. t is `release` where d is at most -2^-23,
+/// otherwise `attack`; the scales and curves make it depend on d, and the softening lets a fall
+/// begin slowly.
+///
+/// Shape   one channel. While there is nothing to smooth, input and state within 1e-9 of 0, the
+///         input's block is passed on as it is
+/// Range   times 0..10 s, a t of 0 or less jumps; y never leaves the range of 0 and the inputs
+/// State   the level in double, whether it falls, the softening; reset() takes effect with the next
+///         block. The same bits for any cut of the block, but for what the passing on leaves out,
+///         at most 2e-9
+/// Errors  none; a NaN or infinity lasts to the end of its block, then the level starts from 0
+class Capacitor final : public wave::Filter {
+public:
+    class Style;
+
+    Capacitor(wave::Environment* environment, const Style* style);
+
+    void reset() noexcept CINDER_REALTIME override { resetPending = true; }  ///< [audio]
+
+    wave::FloatParameterBus attack;       // seconds
+    wave::FloatParameterBus attackScale;  // 1 is neutral
+    wave::FloatParameterBus attackCurve;  // 0 is neutral
+    Property<bool> autoRelease{false};
+    Property<float> autoReleaseTime{1.0f};     // seconds
+    wave::FloatParameterBus releaseSoftening;  // 0 is neutral
+    wave::FloatParameterBus release;           // seconds
+    wave::FloatParameterBus releaseScale;      // 1 is neutral
+    wave::FloatParameterBus releaseCurve;      // 0 is neutral
+
+protected:
+    void process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,
+                 unsigned flags) noexcept CINDER_REALTIME override;
+
+private:
+    struct Controls;
+
+    /// The coefficient of the time last asked for; the exponential is worked out on a change only.
+    struct Coefficient {
+        double of(double timeSamples) noexcept CINDER_REALTIME;
+        double lastSamples = 0.0;
+        double value = 1.0;
+    };
+
+    Controls pullControls(int numSamples) noexcept CINDER_REALTIME;
+    bool isAtRest(const float* in, int numSamples) const noexcept CINDER_REALTIME;
+    void beginAnew() noexcept CINDER_REALTIME;
+    void smoothPlainly(const float* in, float* out, int numSamples,
+                       const Controls& controls) noexcept CINDER_REALTIME;
+    void smooth(const float* in, float* out, int numSamples,
+                const Controls& controls) noexcept CINDER_REALTIME;
+    double fallingTime(double& d, const Controls& controls, int i) noexcept CINDER_REALTIME;
+    double risingTime(double d, const Controls& controls, int i) const noexcept CINDER_REALTIME;
+    double softened(double d, float softening) noexcept CINDER_REALTIME;
+    double curveAt(double d, int i) noexcept CINDER_REALTIME;
+
+    const Style* style;  // not owned
+    double state = 0.0;
+    bool falling = false;
+    double softeningPosition = 0.0;  // 0..1, from the start of a fall on
+    bool resetPending = true;
+
+    Coefficient riseCoefficient;
+    Coefficient fallCoefficient;
+    float softeningSamples = 1.0f;
+    double softeningStep = 1.0;  // 1 / softeningSamples
+    double curveDistance = 0.0;  // the d of curveValue
+    double curveValue = 1.0;     // exp(curveDistance)
+};
+
+/// exp(x) between -25 and 0, interpolated in a table: what all capacitors of the process share.
+/// Range   x below -25 and NaN count as -25, a little above 0 it is 1; the error is at most 2.1e-6
+///         of the result
+/// State   none after construction
+class Capacitor::Style {
+public:
+    class ExpFunction final : public FunctionTableFunction {
+    public:
+        double evaluate(double x) const override;
+    };
+
+    Style();
+    double exp(double x) const noexcept CINDER_REALTIME;  ///< [any]
+
+private:
+    DoubleFunctionTable table;
+};
+
+}  // namespace cinder
