@@ -112,6 +112,8 @@ TEST_CASE("AudioSourceProxy: a new layout or rate drops what waits and resizes t
     CHECK(proxy.getFrameCount() == 0);
     feed(proxy, 2, 3, 512, 0);
     CHECK(proxy.getCapacity() == 22);  // ceil(11025 / 512)
+    for (int frame : {-1, 22, 1 << 30, std::numeric_limits<int>::min()})
+        CHECK(proxy.getFrameData(frame, 1) == proxy.getFrameData(0, 1));
     feed(proxy, 1, 2, 512, 7);
     CHECK(take(proxy) == std::vector{7, 8});
     proxy.setSampleRate(192000.0f);

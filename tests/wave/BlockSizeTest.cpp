@@ -95,7 +95,8 @@ TEST_CASE("Variable block size: a delay stays inside its ring, and is right agai
     test::Rng rng = test::Rng::fromEnvironment();
     VariableEnvironment environment;
     Delay delay(&environment, 100);
-    delay.setReadAhead(0);
+    Delay readingAhead(&environment, 100);
+    readingAhead.setReadAhead(7);
     std::vector<float> block(2048), out(2048);
     float next = 1.0f;
     for (int round = 0; round < 200; ++round) {
@@ -107,6 +108,8 @@ TEST_CASE("Variable block size: a delay stays inside its ring, and is right agai
         CHECK(delay.getValidCount() <= delay.getSize());
         CHECK(delay.getWritePosition() < delay.getSize());
         CHECK(delay.getReadBase() == delay.getSize());
+        CHECK(readingAhead.getReadBase() == readingAhead.getSize() + 7);
+        CHECK(readingAhead.getTapBase() == readingAhead.getReadBase() - 101);
         int refilled = 0;
         for (int cycles = rng.integer(1, 4); cycles > 0; --cycles) {
             const int n = rng.integer(1, size);

@@ -207,6 +207,8 @@ TEST_CASE("Environment: a rate that really changes clears everything, then tells
     environment.setSampleRate(48000.0f);
     CHECK(listener.calls == 1);
     CHECK(environment.getSampleRate() == 48000.0f);
+    environment.setSampleRate(48000.5f);
+    CHECK(listener.calls == 2);
 }
 
 TEST_CASE("Environment: a graph is torn down in any order, and what remains goes on running") {

@@ -169,6 +169,7 @@ TEST_CASE("Input: what nobody pulled is passed over, and a new buffer starts at 
     Input input(&environment);
     for (int missed : {0, 1, 100, 256, 5000}) {
         INFO("missed " << missed);
+        runCycle(environment, missed, {}, Environment::skipCycle);
         input.setBuffer(buffer.data(), 300);
         runCycle(environment, 20, {&input});
         CHECK(input.getOutput()->data()[19] == 20.0f);
