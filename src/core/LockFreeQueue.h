@@ -76,7 +76,8 @@ private:
 /// `RawLockFreeQueue` for one type of payload.
 template <typename T>
 class LockFreeQueue {
-    static_assert(sizeof(T) == sizeof(std::uint64_t) && std::is_trivially_copyable_v<T>);
+    static_assert(sizeof(T) == sizeof(std::uint64_t) && std::is_trivially_copyable_v<T>,
+                  "a payload has 8 bytes, which are copied as bits");
 
 public:
     explicit LockFreeQueue(int initialNodes, int limit = 0) : queue(initialNodes, limit) {}

@@ -1,0 +1,13 @@
+# Run by the tests that cinder_must_not_compile() adds.
+separate_arguments(command UNIX_COMMAND "${COMPILE}")
+execute_process(COMMAND ${command} "${FILE}" RESULT_VARIABLE result ERROR_VARIABLE errors)
+if(NOT result EQUAL 0)
+  message(FATAL_ERROR "Does not compile even without its fault:\n${errors}")
+endif()
+execute_process(COMMAND ${command} -DFAULT "${FILE}" RESULT_VARIABLE result ERROR_VARIABLE errors)
+if(result EQUAL 0)
+  message(FATAL_ERROR "Compiles, but must not")
+endif()
+if(NOT errors MATCHES "${EXPECT}")
+  message(FATAL_ERROR "Fails for another reason than \"${EXPECT}\":\n${errors}")
+endif()
