@@ -1,0 +1,256 @@
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#include "core/platform/Denormals.h"
+#include "processor/TestProcessor.h"
+#include "support/Rng.h"
+
+namespace cinder::test {
+namespace {
+
+Buffers stereoNoise(Rng& rng, int numSamples) {
+    return {rng.noise(numSamples), rng.noise(numSamples)};
+}
+
+bool sameBits(const Buffers& a, const Buffers& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& x, const auto& y) {
+        return x.size() == y.size() && std::memcmp(x.data(), y.data(), x.size() * 4) == 0;
+    });
+}
+
+float worstDifference(const Buffers& a, const Buffers& b) {
+    float worst = 0.0f;
+    for (std::size_t c = 0; c < a.size(); ++c)
+        for (std::size_t i = 0; i < a[c].size(); ++i)
+            worst = std::max(worst, std::abs(a[c][i] - b[c][i]));
+    return worst;
+}
+
+/// A block of silence of this length.
+void processSilence(TestProcessor& processor, int numSamples) {
+    const std::vector<float> in(static_cast<std::size_t>(std::max(numSamples, 1)));
+    std::vector<float> left(in.size()), right(in.size());
+    const float* inputs[] = {in.data(), in.data()};
+    float* outputs[] = {left.data(), right.data()};
+    processGuarded(processor, inputs, 2, outputs, 2, numSamples);
+}
+
+/// Fixed counters: the adapter is called on the audio thread.
+class AdapterLog final : public GenericPluginProcessor::ProcessorAdapter {
+public:
+    void programChanged(int bank, int program) noexcept override {
+        lastBank = bank;
+        lastProgram = program;
+    }
+    void midiProcessed(int controller) noexcept override {
+        ++midiBlocks;
+        lastController = controller;
+    }
+    void parameterValueChanged(int index) noexcept override {
+        ++valueChanges;
+        lastIndex = index;
+    }
+    int lastBank = -1, lastProgram = -1;
+    int midiBlocks = 0, lastController = -2;
+    int valueChanges = 0, lastIndex = -1;
+};
+
+TEST_CASE("Block loop: constant controls give the same bits for any cut of the host block") {
+    Rng rng = Rng::fromEnvironment();
+    const int numSamples = 9001;
+    const Buffers in = stereoNoise(rng, numSamples);
+    for (const int maxSubBlock : {256, 44, 4}) {
+        TestProcessor reference(stereoLayout, 0, 8);
+        const Buffers expected = Host(reference).render(in, {512});
+        for (const auto& cuts : hostCuts(rng.seed(), numSamples)) {
+            INFO("cut " << cuts[0] << ", sub-block " << maxSubBlock << ", seed " << rng.seed());
+            TestProcessor processor(stereoLayout, 0, 8);
+            processor.maxSubBlock = maxSubBlock;
+            CHECK(sameBits(Host(processor).render(in, cuts), expected));
+        }
+    }
+}
+
+// A ramp's value is rounded to float where a sub-block starts, so bits agree where the sub-blocks
+// do: for host blocks that are multiples of the longest sub-block.
+TEST_CASE("Block loop: ramps agree to the bit for multiples of 256, closely for other cuts") {
+    Rng rng = Rng::fromEnvironment();
+    const int numSamples = 8192;
+    const Buffers in = stereoNoise(rng, numSamples);
+    const auto ramped = [&](const std::vector<int>& cuts) {
+        TestProcessor processor;
+        Host host(processor);
+        Buffers warmUp = host.render({in[0], in[1]}, cuts);
+        processor.gain.setValue(0.3f, 0);
+        return host.render(in, cuts);
+    };
+    const Buffers expected = ramped({256});
+    for (const int cut : {512, 1024, 4096, 8192})
+        CHECK(sameBits(ramped({cut}), expected));
+    for (const auto& cuts : hostCuts(rng.seed(), numSamples)) {
+        INFO("cut " << cuts[0] << ", seed " << rng.seed());
+        CHECK(worstDifference(ramped(cuts), expected) < 2e-6f);
+    }
+}
+
+TEST_CASE("Block loop: sub-blocks are cut at the limit the product gives, within 1..256") {
+    struct Row {
+        int limit;
+        std::vector<int> expected;
+    };
+    for (const Row& row : {Row{256, {256, 44}}, Row{1000, {256, 44}}, Row{100, {100, 100, 100}},
+                           Row{0, std::vector<int>(300, 1)}, Row{-5, std::vector<int>(300, 1)}}) {
+        INFO("limit " << row.limit);
+        TestProcessor processor;
+        processor.maxSubBlock = row.limit;
+        const auto blockId = processor.getEnvironment()->getBlockId();
+        processSilence(processor, 300);
+        CHECK(processor.cycles.sizes == row.expected);
+        CHECK(processor.getEnvironment()->getBlockId() - blockId == row.expected.size());
+        CHECK(processor.getEnvironment()->getPosition() == 300);
+    }
+}
+
+TEST_CASE("Block loop: an event is decoded at its sample, late ones behind the last sub-block") {
+    struct Row {
+        std::vector<int> offsets;          // in the order of arrival
+        std::vector<std::uint64_t> heard;  // positions within the block
+        std::vector<int> subBlocks;
+    };
+    const Row rows[] = {
+        {{0}, {0}, {256, 44}},
+        {{10, 10, 20}, {10, 10, 20}, {10, 10, 256, 24}},
+        {{299}, {299}, {256, 43, 1}},
+        {{300}, {300}, {256, 44}},
+        {{301, 5000}, {300, 300}, {256, 44}},
+        {{-7}, {0}, {256, 44}},
+        {{100, 50}, {100, 100}, {100, 200}},
+        {{256}, {256}, {256, 44}},
+    };
+    for (const Row& row : rows) {
+        INFO("first offset " << row.offsets[0]);
+        TestProcessor processor;
+        processSilence(processor, 1000);
+        processor.cycles.sizes.clear();
+        int note = 60;
+        for (const int offset : row.offsets)
+            processor.enqueueMidiEvent({0x90, static_cast<std::uint8_t>(note++), 100}, offset);
+        processSilence(processor, 300);
+        REQUIRE(processor.numNotesOn == static_cast<int>(row.offsets.size()));
+        for (std::size_t i = 0; i < row.offsets.size(); ++i) {
+            CHECK(processor.notesOn[i].note == 60 + static_cast<int>(i));
+            CHECK(processor.notesOn[i].position == 1000 + row.heard[i]);
+        }
+        CHECK(processor.cycles.sizes == row.subBlocks);
+    }
+}
+
+TEST_CASE("Block loop: an empty block renders nothing, but its events and parameters count") {
+    for (const int numSamples : {0, -1, -4096}) {
+        TestProcessor processor;
+        AdapterLog adapter;
+        processor.setAdapter(&adapter);
+        processor.enqueueMidiEvent({0x90, 60, 100}, 0);
+        processor.invert.setValue(1.0f, AbstractPluginParameter::hostKnows);
+        processGuarded(processor, nullptr, 0, nullptr, 0, numSamples);
+        CHECK(processor.cycles.sizes.empty());
+        CHECK(processor.getEnvironment()->getPosition() == 0);
+        CHECK(processor.numNotesOn == 1);
+        CHECK(processor.inverted.get());
+        CHECK(adapter.midiBlocks == 1);
+        CHECK(adapter.lastController == -1);
+    }
+}
+
+TEST_CASE("Block loop: a mapped controller moves its parameter at the event's sample") {
+    TestProcessor processor;
+    AdapterLog adapter;
+    processor.setAdapter(&adapter);
+    processor.getControllerMapping().set(20, processor.invert.getId());
+    processor.getControllerMapping().set(21, 12345);  // no such parameter
+    processor.enqueueMidiEvent({0xb3, 20, 127}, 100);
+    processor.enqueueMidiEvent({0xb3, 21, 127}, 150);
+    processor.enqueueMidiEvent({0xb3, 20, 0}, 200);
+    const Buffers out = Host(processor).render({std::vector<float>(300, 1.0f)}, {300});
+    for (int i = 0; i < 300; ++i)
+        REQUIRE(out[0][static_cast<std::size_t>(i)] == (i >= 100 && i < 200 ? -2.0f : 2.0f));
+    CHECK(adapter.valueChanges == 2);
+    CHECK(adapter.lastIndex == processor.invert.getId());
+    CHECK(adapter.midiBlocks == 1);
+    CHECK(adapter.lastController == 20);
+
+    processor.enqueueMidiEvent({0xb0, 32, 5}, 0);
+    processor.enqueueMidiEvent({0xc0, 3}, 0);
+    processSilence(processor, 64);
+    CHECK(adapter.lastController == -1);
+    CHECK(adapter.lastBank == 5);
+    CHECK(adapter.lastProgram == 3);
+}
+
+TEST_CASE("Block loop: outputs beyond the layout are left alone, and fewer than it are enough") {
+    TestProcessor processor(monoLayout);
+    const std::vector<float> in(300, 1.0f);
+    Buffers out(3, std::vector<float>(300, 7.0f));
+    const float* inputs[] = {in.data()};
+    float* outputs[] = {out[0].data(), out[1].data(), out[2].data()};
+    processGuarded(processor, inputs, 1, outputs, 3, 300);
+    CHECK(out[0] == std::vector<float>(300, 2.0f));
+    CHECK(out[1] == std::vector<float>(300, 7.0f));
+
+    TestProcessor surround(6);  // six channels
+    outputs[1] = nullptr;
+    processGuarded(surround, inputs, 1, outputs, 3, 300);
+    CHECK(out[2] == std::vector<float>(300, 2.0f));
+    CHECK(out[1] == std::vector<float>(300, 7.0f));
+
+    TestProcessor unknown(-1);
+    processGuarded(unknown, inputs, 1, outputs, 3, 300);
+    CHECK(out[2] == std::vector<float>(300, 2.0f));
+    CHECK(unknown.getEnvironment()->getPosition() == 300);
+}
+
+TEST_CASE("Block loop: switches denormals off before anything runs") {
+    const platform::FlushDenormalsScope restored;
+    TestProcessor processor;
+    processSilence(processor, 1);
+    const volatile float smallest = 1.17549435e-38f;
+    const volatile float half = 0.5f;
+    CHECK(smallest * half == 0.0f);
+}
+
+TEST_CASE("Frame: the first one alive makes the shared tables, the last one frees them") {
+    CHECK(TestProcessor::tablesAlive == 0);
+    {
+        TestProcessor first;
+        {
+            TestProcessor second;
+            CHECK(TestProcessor::tablesAlive == 1);
+        }
+        CHECK(TestProcessor::tablesAlive == 1);
+    }
+    CHECK(TestProcessor::tablesAlive == 0);
+}
+
+TEST_CASE("Frame: a new rate reaches every channel, the same rate nobody") {
+    struct Listening final : GenericPluginProcessor::Channel {
+        using Channel::Channel;
+        void sampleRateChanged() override { ++changes; }
+        int changes = 0;
+    };
+    struct Product final : TestProcessor {
+        Product() { last = &addChannel(std::make_unique<Listening>(this)); }
+        Listening* last;
+    };
+    Product product;
+    product.getEnvironment()->setSampleRate(96000.0f);
+    product.getEnvironment()->setSampleRate(96000.0f);
+    CHECK(product.last->changes == 1);
+    CHECK(product.getChannels()[0]->channelId == 542);
+    CHECK(product.getChannels()[1]->channelId == 1054);
+}
+
+}  // namespace
+}  // namespace cinder::test
