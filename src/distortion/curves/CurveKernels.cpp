@@ -82,44 +82,63 @@ void tubeBlock(const float* in, float* out, int n) noexcept {
     });
 }
 
-/// curve(u^power)^(1 / power) for u = |x|, times negativeScale and back where x is below 0.
-template <class Curve>
+// The curves with a power. With b = u^power, the result is u * (c / b)^(1 / power) where b is at
+// most 1, and c^(1 / power) where it is more: the root is taken of a number between 1/2 and 1, and
+// neither its logarithm nor b itself can leave the range in which a float is exact. `inner` is b
+// or, above 1, 1 / b; the curves give the logarithm of c / b or of c.
+
+CINDER_LANES Wide divAbsLog(Wide inner, Wide::Mask) {
+    return -log(1.0f + inner);
+}
+
+CINDER_LANES Wide arcTanLog(Wide inner, Wide::Mask isBelowOne) {
+    // Above 1, atan(pi / 2 b) is pi / 2 less atan(2 / pi / b).
+    const Wide x =
+        max(inner * select(isBelowOne, Wide(1.5707964f), Wide(0.63661977f)), Wide(1e-30f));
+    const Wide angle = arcTan(x);
+    return log(select(isBelowOne, angle / x, 1.0f - 0.63661977f * angle));
+}
+
+/// |x| times negativeScale below 0.
+CINDER_LANES Wide scaled(Wide x, float negativeScale) {
+    return abs(x) * select(x < 0.0f, Wide(negativeScale), Wide(1.0f));
+}
+
+/// The way back. 0 where u is 0, for NaN and for a negativeScale of 0.
+CINDER_LANES Wide restored(Wide magnitude, Wide u, Wide x, float inverseScale) {
+    const Wide y = magnitude * select(x < 0.0f, Wide(inverseScale), Wide(1.0f));
+    return keepWhere(u > 0.0f, withSignOf(y, x));
+}
+
+template <class Curve, class CurveLog>
 CINDER_LANES void mapPower(const float* in, float* out, int n, float power, float negativeScale,
-                           Curve curve) {
+                           Curve curve, CurveLog curveLog) {
     const float inversePower = 1.0f / power;
     const float inverseScale = 1.0f / negativeScale;
-    const auto scaled = [=](Wide x) CINDER_INLINE_LAMBDA {
-        return abs(x) * select(x < 0.0f, Wide(negativeScale), Wide(1.0f));
-    };
-    const auto restored = [=](Wide magnitude, Wide u, Wide x) CINDER_INLINE_LAMBDA {
-        const Wide y = magnitude * select(x < 0.0f, Wide(inverseScale), Wide(1.0f));
-        return keepWhere(u > 0.0f, withSignOf(y, x));  // 0 for 0, for NaN and for a scale of 0
-    };
     if (power == 1.0f) {
         mapBlock(in, out, n, [&](Wide x) CINDER_INLINE_LAMBDA {
-            const Wide u = scaled(x);
-            return restored(curve(u), u, x);
+            const Wide u = scaled(x, negativeScale);
+            return restored(curve(u), u, x, inverseScale);
         });
         return;
     }
     mapBlock(in, out, n, [&](Wide x) CINDER_INLINE_LAMBDA {
-        const Wide u = scaled(x);
-        const Wide b = exp(log(u) * power);
-        const Wide root = exp(log(curve(b)) * inversePower);
-        // Both curves leave what is this small as it is. The way through the logarithm would lose
-        // some of it, and all of it where b leaves the range of a float.
-        return restored(select(b < 5.9604645e-8f, u, root), u, x);
+        const Wide u = scaled(x, negativeScale);
+        const Wide logOfB = log(u) * power;
+        const auto isBelowOne = logOfB < 0.0f;
+        const Wide root = exp(curveLog(exp(-abs(logOfB)), isBelowOne) * inversePower);
+        return restored(root * select(isBelowOne, u, Wide(1.0f)), u, x, inverseScale);
     });
 }
 
 void arcTanPowerBlock(const float* in, float* out, int n, float power,
                       float negativeScale) noexcept {
-    mapPower(in, out, n, power, negativeScale, arcTanOf);
+    mapPower(in, out, n, power, negativeScale, arcTanOf, arcTanLog);
 }
 
 void divAbsPowerBlock(const float* in, float* out, int n, float power,
                       float negativeScale) noexcept {
-    mapPower(in, out, n, power, negativeScale, divAbsOf);
+    mapPower(in, out, n, power, negativeScale, divAbsOf, divAbsLog);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "LanesTestKernels.h"
 
-#include "core/simd/Lanes.h"
+#include "core/simd/LaneMath.h"
+#include "core/simd/MapBlock.h"
 
 namespace cinder::test::CINDER_SIMD_SET {
 
@@ -44,6 +45,11 @@ void interleaved(const float* a, const float* b, const float*, float* out) noexc
     }
 }
 
+template <auto function>
+void block(const float* in, float* out, int n) noexcept {
+    mapBlock(in, out, n, function);
+}
+
 }  // namespace
 
 constinit const LanesTestKernels lanesTestKernels = {
@@ -65,6 +71,10 @@ constinit const LanesTestKernels lanesTestKernels = {
 #else
     .hasFusedProduct = false,
 #endif
+    .arcTan = block<[](Wide x) { return arcTan(x); }>,
+    .sinOfQuarter = block<[](Wide x) { return sinOfQuarter(x); }>,
+    .log = block<[](Wide x) { return log(x); }>,
+    .exp = block<[](Wide x) { return exp(x); }>,
 };
 
 }  // namespace cinder::test::CINDER_SIMD_SET

@@ -18,6 +18,12 @@ struct LanesTestKernels {
     void (*broadcast)(const float* a, const float* b, const float* c, float* out) noexcept;
     void (*interleaved)(const float* a, const float* b, const float* c, float* out) noexcept;
     bool hasFusedProduct;
+
+    // The elementary functions, for a block.
+    void (*arcTan)(const float* in, float* out, int n) noexcept;
+    void (*sinOfQuarter)(const float* in, float* out, int n) noexcept;
+    void (*log)(const float* in, float* out, int n) noexcept;
+    void (*exp)(const float* in, float* out, int n) noexcept;
 };
 
 CINDER_KERNELS(LanesTestKernels, lanesTestKernels)

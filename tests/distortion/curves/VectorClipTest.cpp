@@ -41,11 +41,11 @@ constexpr Row rows[] = {
     {rectifyCurve, 1.0f, 1.0f, 2.0},
     {arcTangentCurve, 1.0f, 0.2f, 4.0},
     {divisionByMagnitudeCurve, 1.0f, 0.5f, 4.0},
-    {arcTangentCurve, 0.8f, 0.75f, 60.0},
-    {arcTangentCurve, 0.8f, 0.5f, 60.0},
-    {divisionByMagnitudeCurve, 0.8f, 0.5f, 60.0},
-    {divisionByMagnitudeCurve, 0.5f, 2.0f, 60.0},
-    {arcTangentCurve, 4.0f, 0.1f, 60.0},
+    {arcTangentCurve, 0.8f, 0.75f, 8.0},
+    {arcTangentCurve, 0.8f, 0.5f, 8.0},
+    {divisionByMagnitudeCurve, 0.8f, 0.5f, 8.0},
+    {divisionByMagnitudeCurve, 0.5f, 2.0f, 8.0},
+    {arcTangentCurve, 4.0f, 0.1f, 8.0},
 };
 
 std::string describe(const Row& row) {
@@ -94,8 +94,8 @@ TEST_CASE("Vector shapers: agree with clip over the whole range of a float") {
             const float expected = clip(in[i], row.curve, row.power, row.negativeScale);
             const double difference =
                 std::fabs(static_cast<double>(out[i]) - static_cast<double>(expected));
-            const double ulps = difference / lastPlace(expected);
-            if (ulps > worst || std::isnan(out[i])) worst = ulps, worstAt = in[i];
+            const double ulps = std::isnan(out[i]) ? 1e9 : difference / lastPlace(expected);
+            if (ulps > worst) worst = ulps, worstAt = in[i];
         }
         INFO("worst at " << worstAt);
         CHECK(worst <= row.ulps);
