@@ -108,14 +108,21 @@ CINDER_UNCHECKED void resume(greg_t* registers, long number) {
 CINDER_UNCHECKED void onSystemCall(int, siginfo_t* info, void* context) {
     RealtimeThread& thread = realtimeThread;
     const int error = errno;
+    greg_t* const registers = static_cast<ucontext_t*>(context)->uc_mcontext.gregs;
     const auto caller = reinterpret_cast<std::uintptr_t>(info->si_call_addr);
     const long number = info->si_syscall;
+    // The check of dynamic types finds out by a pipe whether an address can be read, and asks the C
+    // library for it, whose wrapper has no frame: where it returns to is on top of the stack.
+    const bool mayBeProbe = number == SYS_pipe || number == SYS_pipe2;
+    const std::uintptr_t asked =
+        mayBeProbe ? *reinterpret_cast<std::uintptr_t*>(registers[REG_RSP]) : caller;
     bool counts = number != SYS_rt_sigreturn;  // the end of some other signal's handler
     for (const Range& range : sanitizers)
-        counts = counts && !(caller >= range.begin && caller < range.end);
+        for (const std::uintptr_t address : {caller, asked})
+            counts = counts && !(address >= range.begin && address < range.end);
     thread.selector = 0;
     if (counts) RealtimeWatch::note(Forbidden::SystemCall, nullptr, number);
-    resume(static_cast<ucontext_t*>(context)->uc_mcontext.gregs, number);
+    resume(registers, number);
     thread.selector = thread.letGo ? 0 : 1;
     errno = error;
 }
