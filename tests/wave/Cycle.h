@@ -3,13 +3,16 @@
 #include <initializer_list>
 #include <vector>
 
+#include "support/RealtimeGuard.h"
 #include "wave/Producer.h"
 
 namespace cinder::test {
 
-/// One cycle as the processor drives it: a new block, the pulls of the outputs, then the sinks.
+/// One cycle as the processor drives it: a new block, the pulls of the outputs, then the sinks. All
+/// of it under a guard.
 inline void runCycle(wave::Environment& environment, int numSamples,
                      std::initializer_list<wave::Producer*> pulled = {}, unsigned flags = 0) {
+    const RealtimeGuard guard;
     environment.beginBlock();
     for (wave::Producer* producer : pulled)
         producer->pull(numSamples);
@@ -32,7 +35,10 @@ public:
     }
 
     void render(wave::BasicBlock<float>* block, int numSamples, unsigned flags) noexcept override {
-        visits.push_back({numSamples, flags});
+        {
+            const RealtimePause notes;
+            visits.push_back({numSamples, flags});
+        }
         for (int i = 0; i < numSamples; ++i)
             block->data()[i] =
                 static_cast<float>(environment->getPosition()) + 1.0f + static_cast<float>(i);

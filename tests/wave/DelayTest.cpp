@@ -67,7 +67,11 @@ TEST_CASE("Delay: reads what was written that long ago, for every delay and any 
         std::vector<float> out(256);
         int at = 0;
         for (int n : isCut ? rng.pieces(12 * 256, 256) : fullBlocks) {
-            delay.write(&signal[static_cast<std::size_t>(at)], n);
+            {
+                const test::RealtimeGuard guard;
+                delay.write(&signal[static_cast<std::size_t>(at)], n);
+                delay.read(0, out.data(), n);
+            }
             tape.write(&signal[static_cast<std::size_t>(at)], n);
             at += n;
             std::string wrongDelays;
