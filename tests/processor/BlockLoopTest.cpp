@@ -1,6 +1,7 @@
 #include <doctest/doctest.h>
 
 #include <algorithm>
+#include <cfenv>
 #include <cmath>
 #include <cstring>
 
@@ -212,13 +213,14 @@ TEST_CASE("Block loop: outputs beyond the layout are left alone, and fewer than 
     CHECK(unknown.getEnvironment()->getPosition() == 300);
 }
 
-TEST_CASE("Block loop: switches denormals off before anything runs") {
+TEST_CASE("Block loop: switches denormals off, whatever the host had") {
     const platform::FlushDenormalsScope restored;
+    const std::uint64_t flushing = platform::floatingPointControl();
+    std::fesetenv(FE_DFL_ENV);
+    REQUIRE(platform::floatingPointControl() != flushing);
     TestProcessor processor;
     processSilence(processor, 1);
-    const volatile float smallest = 1.17549435e-38f;
-    const volatile float half = 0.5f;
-    CHECK(smallest * half == 0.0f);
+    CHECK(platform::floatingPointControl() == flushing);
 }
 
 TEST_CASE("Frame: the first one alive makes the shared tables, the last one frees them") {

@@ -97,6 +97,7 @@ TEST_CASE("Bypass: leaving fills the graph for the latency, then fades to wet ov
             run.processor.setBypass(true, 0);
             run.next(1024, 256);
             run.processor.setBypass(false, 0);
+            CHECK(run.processor.getEnvironment()->getHardResetPosition() == 1024);
             const std::vector<float> out = run.next(4096, cut);
             const int start = (latency + cut - 1) / cut * cut;
             CHECK(firstNotDry(run, out) == start + 1);  // a ramp starts with its start value
@@ -104,6 +105,17 @@ TEST_CASE("Bypass: leaving fills the graph for the latency, then fades to wet ov
             for (int i = start + fadeLength; i < 4096; ++i)
                 REQUIRE(out[static_cast<std::size_t>(i)] == 2.0f * run.dry(i, 4096));
         }
+}
+
+TEST_CASE("Bypass: the fade takes 50 ms at any rate") {
+    Run run(0, 9);
+    run.processor.getEnvironment()->setSampleRate(96000.0f);
+    run.next(256, 256);
+    run.processor.setBypass(true, 0);
+    const std::vector<float> out = run.next(5000, 256);
+    CHECK(out[4799] != run.dry(4799, 5000));
+    for (int i = 4800; i < 5000; ++i)
+        REQUIRE(out[static_cast<std::size_t>(i)] == run.dry(i, 5000));
 }
 
 TEST_CASE("Bypass: requests combine by OR, and turning back leaves no step") {
