@@ -133,13 +133,17 @@ TEST_CASE("AudioSourceProxy: rates that are none are ignored, absurd ones cut") 
         feed(proxy, 1, 1, 512, 0);
         CHECK(proxy.getCapacity() == 22);
     }
-    for (const auto& [rate, capacity] :
-         {std::pair{infinity, 375}, {1e30f, 375}, {768000.0f, 375}, {1e-30f, 2}, {1.0f, 2}}) {
-        INFO("rate " << rate);
+    struct Case {
+        float rate;
+        int capacity;
+    };
+    for (const Case& c :
+         {Case{infinity, 375}, {1e30f, 375}, {768000.0f, 375}, {1e-30f, 2}, {1.0f, 2}}) {
+        INFO("rate " << c.rate);
         AudioSourceProxy proxy;
-        proxy.setSampleRate(rate);
+        proxy.setSampleRate(c.rate);
         feed(proxy, 1, 1, 512, 0);
-        CHECK(proxy.getCapacity() == capacity);
+        CHECK(proxy.getCapacity() == c.capacity);
         CHECK(take(proxy) == std::vector{0});
     }
 }

@@ -18,6 +18,10 @@ namespace {
 
 using test::runCycle;
 
+doctest::Approx about(float value) {
+    return doctest::Approx(static_cast<double>(value)).epsilon(1e-5);
+}
+
 constexpr float automatic = FloatParameter::automaticRamp;
 constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr float nan = std::numeric_limits<float>::quiet_NaN();
@@ -112,10 +116,10 @@ TEST_CASE(
         Knob knob(start, static_cast<float>(lower), static_cast<float>(upper));
         knob.set(target, static_cast<float>(ms));
         const std::vector<float> out = knob.run(length + 300, rng.integer(1, 256));
-        const double from = start, to = target;
+        const auto from = static_cast<double>(start), to = static_cast<double>(target);
         double worst = 0.0;
         for (int i = 0; i < length; ++i) {
-            const double sample = out[static_cast<std::size_t>(i)];
+            const auto sample = static_cast<double>(out[static_cast<std::size_t>(i)]);
             worst = std::max(worst, std::abs(sample - (from + i * (to - from) / length)));
         }
         // Five roundings by 2^-24: of way, step, product (of the way, which is at most 2 scales),
@@ -161,8 +165,8 @@ TEST_CASE("FloatParameter: a new value in mid-ramp goes on from where the ramp s
         knob.run(at);
         knob.set(0.25f, 10.0f);
         const std::vector<float> out = knob.run(441);
-        CHECK(out[0] == doctest::Approx(expected).epsilon(1e-6));
-        CHECK(out[440] == doctest::Approx(0.25f + (expected - 0.25f) / 441.0f).epsilon(1e-6));
+        CHECK(out[0] == about(expected));
+        CHECK(out[440] == about(0.25f + (expected - 0.25f) / 441.0f));
         CHECK(knob.run(1)[0] == 0.25f);
     }
 }
@@ -188,8 +192,8 @@ TEST_CASE("FloatParameter: a circular value takes the shorter way round") {
         knob->wrapPeriod = c.period;
         knob.set(c.to, 20.0f);
         const std::vector<float> out = knob.run(1000);
-        CHECK(out[0] == doctest::Approx(c.first).epsilon(1e-5));
-        CHECK(out[441] == doctest::Approx((c.first + c.to) / 2).epsilon(1e-4));
+        CHECK(out[0] == about(c.first));
+        CHECK(out[441] == about((c.first + c.to) / 2));
         CHECK(out[882] == c.to);
     }
 }
@@ -248,7 +252,7 @@ TEST_CASE("FloatParameter: a ramp that is asked for runs in full even where a va
     knob.set(0.0f, 20.0f);
     const std::vector<float> out = knob.run(883);
     CHECK(out[0] == 1.0f);  // where the ramp stood when it was last heard is forgotten
-    CHECK(out[441] == doctest::Approx(0.5f).epsilon(1e-5));
+    CHECK(out[441] == about(0.5f));
     CHECK(out[881] > 0.0f);
     CHECK(out[882] == 0.0f);
 }
@@ -307,18 +311,21 @@ TEST_CASE("FloatParameter: a constant block is written once, and only where it i
 }
 
 TEST_CASE("FloatParameter: whatever it is set to, it stays within its limits") {
-    for (const auto& [value, target] : {std::pair{2.0f, 1.0f},
-                                        {-2.0f, -1.0f},
-                                        {infinity, 1.0f},
-                                        {-infinity, -1.0f},
-                                        {nan, -1.0f},
-                                        {0.25f, 0.25f}}) {
-        INFO("value " << value);
+    struct Case {
+        float value, target;
+    };
+    for (const Case& c : {Case{2.0f, 1.0f},
+                          {-2.0f, -1.0f},
+                          {infinity, 1.0f},
+                          {-infinity, -1.0f},
+                          {nan, -1.0f},
+                          {0.25f, 0.25f}}) {
+        INFO("value " << c.value);
         Knob knob(0.5f, -1.0f, 1.0f);
-        knob.set(value, 5.0f);
-        CHECK(knob->getTarget() == target);
+        knob.set(c.value, 5.0f);
+        CHECK(knob->getTarget() == c.target);
         const std::vector<float> out = knob.run(500);
-        CHECK(out.back() == target);
+        CHECK(out.back() == c.target);
         CHECK(std::all_of(out.begin(), out.end(), [](float x) { return x >= -1.0f && x <= 1.0f; }));
     }
 }
