@@ -94,10 +94,11 @@ CINDER_WATCH_1(Thread, pthread_detach, pthread_t)
 
 #if CINDER_SANITIZED
 
-// Not every sanitizer calls its hooks for these.
+#ifdef __SANITIZE_THREAD__  // calls no hooks for these
 CINDER_WATCH(Allocation, void*, memalign, (std::size_t a, std::size_t n), (a, n))
 CINDER_WATCH(Allocation, void*, aligned_alloc, (std::size_t a, std::size_t n), (a, n))
 CINDER_WATCH(Allocation, int, posix_memalign, (void** m, std::size_t a, std::size_t n), (m, a, n))
+#endif
 
 // A sanitizer brings an allocator of its own, for `malloc` and `new` alike, and calls hooks. This
 // is from <sanitizer/allocator_interface.h>, a header that not every compiler ships.
