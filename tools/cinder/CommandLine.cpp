@@ -1,0 +1,86 @@
+#include "cinder/CommandLine.h"
+
+#include "cinder/RenderCommand.h"
+#include "cinder/UsageError.h"
+#include "cinder/audio/InterruptFlag.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+namespace cinder {
+
+namespace {
+
+/// Every command, in the order in which --help lists them.
+constexpr void (*addCommands[])(CLI::App&) = {
+    addRenderCommand,
+};
+
+constexpr const char* examples = R"(Examples:
+  cinder render drums.wav out.wav
+  cinder render drums.wav out.flac --set Drive=24 --set Curve="soft fold"
+
+`cinder COMMAND --help` tells all about a command.)";
+
+int complain(std::string text, int status) {
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    std::cerr << "cinder: " << text << '\n';
+    return status;
+}
+
+void describeProgram(CLI::App& program) {
+    program.name("cinder");
+    program.description("Cinder, a multi-band saturation and distortion, on audio files.");
+    program.footer(examples);
+    program.set_version_flag("--version", std::string("cinder ") + CINDER_VERSION,
+                             "Print the version and end");
+    program.set_help_flag("-h,--help", "Print this help and end");
+    program.get_formatter()->column_width(22);
+    program.get_formatter()->label("REQUIRED", "");
+    program.get_formatter()->label("SUBCOMMAND", "COMMAND ...");
+    program.get_formatter()->label("Positionals", "Files");
+    program.require_subcommand(1);
+    for (const auto addCommand : addCommands)
+        addCommand(program);
+    for (CLI::App* const command : program.get_subcommands({}))
+        command->group("Commands");
+}
+
+int parseAndRun(CLI::App& program, int argc, const char* const* argv) {
+    try {
+        program.parse(argc, argv);
+        return exitSuccess;
+    } catch (const CLI::Success& asked) {  // --help and --version
+        return program.exit(asked);
+    } catch (const CLI::ParseError& error) {
+        if (program.get_subcommands().empty() && program.remaining_size() > 0)
+            return complain("there is no command " +
+                                quoted(std::filesystem::path(program.remaining().front())) +
+                                "; `cinder --help` lists what there is",
+                            exitUsage);
+        return complain(std::string(error.what()) + "; `cinder --help` tells more", exitUsage);
+    }
+}
+
+}  // namespace
+
+int runCommandLine(int argc, const char* const* argv) {
+    try {
+        CLI::App program;
+        describeProgram(program);
+        return parseAndRun(program, argc, argv);
+    } catch (const Interrupted& interrupted) {
+        return complain("interrupted; no file was changed", interrupted.exitStatus());
+    } catch (const UsageError& error) {
+        return complain(error.what(), exitUsage);
+    } catch (const std::exception& error) {
+        return complain(error.what(), exitFailure);
+    }
+}
+
+}  // namespace cinder
