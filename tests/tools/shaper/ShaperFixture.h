@@ -1,0 +1,28 @@
+#pragma once
+
+#include "cinder/shaper/ShaperProcessor.h"
+
+#include <vector>
+
+namespace cinder::test {
+
+/// One vector per channel.
+using Channels = std::vector<std::vector<float>>;
+
+/// A shaper at a rate, its parameters at their defaults until they are set.
+class ShaperFixture {
+public:
+    explicit ShaperFixture(int numChannels, float sampleRate = 48000.0f);
+
+    /// Takes effect at the next block. Set before the first one, it doesn't ramp.
+    void set(ShaperParameterId id, float value);
+    /// Curve none, no drive, no level: what is left is the way through the oversampler.
+    void setTransparent(int log2Factor);
+    /// In host blocks of the given sizes, repeated, each under the real-time guard.
+    Channels render(const Channels& input, const std::vector<int>& blocks = {512});
+    int latency() const { return processor.getLatency(); }
+
+    ShaperProcessor processor;
+};
+
+}  // namespace cinder::test
