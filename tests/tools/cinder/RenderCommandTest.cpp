@@ -1,0 +1,155 @@
+#include "support/Rng.h"
+#include "tools/audio/AudioFixtures.h"
+#include "tools/cinder/Program.h"
+
+#include <doctest/doctest.h>
+
+#include <cmath>
+#include <cstdint>
+
+namespace cinder::test {
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+/// A folder, and the command in it.
+struct Workshop {
+    TemporaryFolder folder;
+
+    std::string path(const std::string& name) const { return (folder / name).string(); }
+    Audio put(const std::string& name, Audio audio, int rate = 48000) const {
+        writeFile(folder / name, audio, rate);
+        return audio;
+    }
+    /// Renders IN to OUT, and both are names in the folder.
+    Program::Outcome render(const std::string& in, const std::string& out,
+                            Arguments more = {}) const {
+        more.insert(more.begin(), {"render", path(in), path(out)});
+        return Program::run(more);
+    }
+    void renderWell(const std::string& in, const std::string& out, const Arguments& more) const {
+        const Program::Outcome outcome = render(in, out, more);
+        INFO(outcome.err);
+        REQUIRE(outcome.status == 0);
+        REQUIRE(outcome.err.empty());
+    }
+};
+
+Audio noise(int numChannels, int numFrames) {
+    Rng rng = Rng::fromEnvironment();
+    Audio audio;
+    for (int channel = 0; channel < numChannels; ++channel)
+        audio.push_back(rng.noise(numFrames, 0.7f));
+    return audio;
+}
+
+}  // namespace
+
+TEST_CASE("render: every format keeps length, rate and channels") {
+    const Workshop shop;
+    for (const std::string in : {"in.wav", "in.aiff", "in.flac", "in.ogg"})
+        for (const int numChannels : {1, 2}) {
+            shop.put(in, noise(numChannels, 7001), 44100);
+            for (const std::string out : {"out.wav", "out.aif", "out.flac", "out.oga"}) {
+                INFO(in << " to " << out << ", channels " << numChannels);
+                shop.renderWell(in, out, {});
+                const Audio result = readFile(shop.folder / out);
+                REQUIRE(result.size() == static_cast<std::size_t>(numChannels));
+                CHECK(result[0].size() == 7001);
+                CHECK(shop.folder.names() == Arguments{in, out});
+                std::filesystem::remove(shop.folder / out);
+            }
+            std::filesystem::remove(shop.folder / in);
+        }
+}
+
+TEST_CASE("render: host blocks of any size give the same file, bit by bit") {
+    const Workshop shop;
+    shop.put("in.wav", noise(2, 9001));
+    for (const std::string factor : {"1", "2", "4", "8"})
+        for (const std::string block :
+             {"512", "1", "3", "64", "255", "256", "257", "4096", "65536"}) {
+            INFO("Oversampling " << factor << ", block " << block);
+            shop.renderWell("in.wav", "out.wav",
+                            {"--block", block, "--set", "Oversampling=" + factor});
+            if (block == "512")
+                std::filesystem::rename(shop.folder / "out.wav", shop.folder / "first.wav");
+            else
+                REQUIRE((bytesOf(shop.folder / "out.wav") == bytesOf(shop.folder / "first.wav")));
+        }
+}
+
+TEST_CASE("render: bypassed, the samples are those of the input") {
+    const Workshop shop;
+    for (const int numFrames : {1, 3, 4, 5000}) {
+        const Audio audio = shop.put("in.wav", noise(2, numFrames));
+        for (const std::string factor : {"1", "8"}) {
+            shop.renderWell("in.wav", "out.wav",
+                            {"--set", "Bypass=1", "--set", "Oversampling=" + factor});
+            CHECK(readFile(shop.folder / "out.wav") == audio);
+        }
+    }
+}
+
+TEST_CASE("render: the output stands in step with the input") {
+    const Workshop shop;
+    // Low enough for the curve's argument to be the sine itself, but for the oversampler's phase.
+    const Audio audio = shop.put("in.wav", {sine(100.0, 48000, 24000)});
+    for (const std::string factor : {"1", "2", "4", "8"}) {
+        shop.renderWell("in.wav", "out.wav",
+                        {"--set", "Curve=none", "--set", "Drive=0", "--set", "Level=0", "--set",
+                         "Oversampling=" + factor});
+        const Audio result = readFile(shop.folder / "out.wav");
+        double worst = 0.0;
+        for (std::size_t n = 500; n < 24000; ++n)
+            worst = std::max(worst, std::abs(double{result[0][n]} - double{audio[0][n]}));
+        INFO("Oversampling " << factor << ", worst " << worst);
+        // Half a sample, by which the latency is rounded, is 0.0065 of this sine.
+        CHECK(worst < 0.0066);
+        if (factor == "1") CHECK(worst == 0.0);
+    }
+}
+
+TEST_CASE("render: another rate gives as many samples as the same time holds") {
+    const Workshop shop;
+    shop.put("in.wav", noise(2, 8000), 44100);
+    for (const int rate : {8000, 44100, 48000, 96000, 384000}) {
+        INFO("rate " << rate);
+        shop.renderWell("in.wav", "out.wav", {"--rate", std::to_string(rate)});
+        const auto length = readFile(shop.folder / "out.wav")[0].size();
+        CHECK(static_cast<std::int64_t>(length) == std::llround(8000.0 * rate / 44100.0));
+    }
+}
+
+TEST_CASE("render: parameters are found in any case, and the last value counts") {
+    const Workshop shop;
+    shop.put("in.wav", noise(1, 3000));
+    shop.renderWell("in.wav", "one.wav", {"--set", "Drive=24", "--set", "Curve=soft fold"});
+    shop.renderWell("in.wav", "two.wav",
+                    {"--set", "drive=3", "--set", "CURVE=Soft Fold", "--set", "dRiVe=24"});
+    shop.renderWell("in.wav", "three.wav", {"--set", "Drive=23.9", "--set", "Curve=soft fold"});
+    CHECK(bytesOf(shop.folder / "one.wav") == bytesOf(shop.folder / "two.wav"));
+    CHECK(bytesOf(shop.folder / "one.wav") != bytesOf(shop.folder / "three.wav"));
+}
+
+TEST_CASE("render: a file can be rendered over itself") {
+    const Workshop shop;
+    shop.put("in.wav", noise(2, 20000));
+    shop.renderWell("in.wav", "out.wav", {});
+    shop.renderWell("in.wav", "in.wav", {});
+    CHECK(bytesOf(shop.folder / "in.wav") == bytesOf(shop.folder / "out.wav"));
+}
+
+TEST_CASE("render: the table tells what was done") {
+    const Workshop shop;
+    shop.put("in.wav", {sine(1000.0, 48000, 48000)});
+    const std::string out = shop.render("in.wav", "out.wav", {"--set", "Bypass=1"}).out;
+    INFO(out);
+    for (const char* text :
+         {"in.wav'", "out.wav'", "WAV, 32-bit float", "Bypass 1", "1.000 s", "48000 Hz",
+          "0.00 dBFS  -3.01 dBFS", "4 samples (0.083 ms)", "times real time"})
+        CHECK_MESSAGE(out.find(text) != std::string::npos, std::string(text));
+}
+
+}  // namespace cinder::test
