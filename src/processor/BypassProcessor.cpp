@@ -54,9 +54,9 @@ void GenericPluginProcessor::BypassProcessor::sampleRateChanged() {
 
 void GenericPluginProcessor::BypassProcessor::processBlock(
     float* const* outputs, int numChannels, int offset, int numSamples) noexcept CINDER_REALTIME {
-    wave::Environment& environment = *owner->environment;
+    wave::Environment& clock = *owner->environment;
     updateDryDelays();
-    environment.beginBlock();
+    clock.beginBlock();
     updateFade(numSamples);
 
     bool fadeRests = false;
@@ -71,9 +71,9 @@ void GenericPluginProcessor::BypassProcessor::processBlock(
     // is taken in before the first output is written.
     if (latencyApplied > 0 || !isWet) pullInputs(numSamples);
     if (!skip) owner->getOutputBlocks(wetBlocks.data(), numChannels, numSamples);
-    environment.render(numSamples, skip ? wave::Environment::skipCycle : 0);
+    clock.render(numSamples, skip ? wave::Environment::skipCycle : 0);
 
-    const float* const silence = environment.getZeroBlock()->data();
+    const float* const silence = clock.getZeroBlock()->data();
     for (int i = 0; i < numChannels; ++i) {
         if (!outputs[i]) continue;
         float* const out = outputs[i] + offset;
@@ -89,11 +89,11 @@ void GenericPluginProcessor::BypassProcessor::processBlock(
 }
 
 void GenericPluginProcessor::BypassProcessor::updateDryDelays() noexcept CINDER_REALTIME {
-    const std::int32_t latency = owner->getLatency();
-    if (latencyApplied == latency) return;
-    latencyApplied = latency;
+    const std::int32_t newLatency = owner->getLatency();
+    if (latencyApplied == newLatency) return;
+    latencyApplied = newLatency;
     for (auto& delay : dryDelays)
-        if (latency > delay->getMaxDelay()) delay->setMaxDelay(latency);
+        if (newLatency > delay->getMaxDelay()) delay->setMaxDelay(newLatency);
     clearDryDelays();
 }
 
