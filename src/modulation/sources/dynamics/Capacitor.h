@@ -18,8 +18,8 @@ namespace cinder {
 ///         input's block is passed on as it is
 /// Range   times 0..10 s, a t of 0 or less jumps; y never leaves the range of 0 and the inputs
 /// State   the level in double, whether it falls, the softening; reset() takes effect with the next
-///         block. The same bits for any cut of the block, but for what the passing on leaves out,
-///         at most 2e-9
+///         block. The same bits for any cut of the block as long as nothing is passed on; the
+///         passing on may move the level by 2e-9, and so a fall's end by 1.2e-7
 /// Errors  none; a NaN or infinity lasts to the end of its block, then the level starts from 0
 class Capacitor final : public wave::Filter {
 public:

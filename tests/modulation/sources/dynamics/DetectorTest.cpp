@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <optional>
 
 #include "modulation/sources/dynamics/SignalRig.h"
@@ -294,25 +295,25 @@ TEST_CASE("Detector: controls that move, cut anywhere") {
             x.push_back(static_cast<float>(rng.real(from, to)));
         return x;
     };
-    const std::vector<float> thresholds = control(-40.0, 10.0), ratios = control(1.0, 120.0),
-                             knees = control(0.0, 30.0), ranges = control(0.0, 180.0),
-                             rangeKnees = control(0.0, 30.0), hystereses = control(0.0, 20.0);
+    const struct {
+        wave::FloatParameterBus Detector::*bus;
+        std::vector<float> values;
+    } controls[] = {
+        {&Detector::threshold, control(-40.0, 10.0)}, {&Detector::ratio, control(1.0, 120.0)},
+        {&Detector::kneeWidth, control(0.0, 30.0)},   {&Detector::range, control(0.0, 180.0)},
+        {&Detector::rangeKnee, control(0.0, 30.0)},   {&Detector::hysteresis, control(0.0, 20.0)},
+    };
     for (Domain domain : {Domain::Linear, Domain::Decibel})
         for (Purpose purpose : {Purpose::Compress, Purpose::Expand, Purpose::Boost}) {
             const auto render = [&](int longest) {
                 DetectorFixture rig(levels);
                 rig.stage.gainChangeDomain = domain;
                 rig.stage.purpose = purpose;
-                Signal threshold(&rig.environment, thresholds), ratio(&rig.environment, ratios),
-                    knee(&rig.environment, knees), range(&rig.environment, ranges),
-                    rangeKnee(&rig.environment, rangeKnees),
-                    hysteresis(&rig.environment, hystereses);
-                rig.stage.threshold.setSource(&threshold);
-                rig.stage.ratio.setSource(&ratio);
-                rig.stage.kneeWidth.setSource(&knee);
-                rig.stage.range.setSource(&range);
-                rig.stage.rangeKnee.setSource(&rangeKnee);
-                rig.stage.hysteresis.setSource(&hysteresis);
+                std::vector<std::unique_ptr<Signal>> sources;
+                for (const auto& [bus, values] : controls) {
+                    sources.push_back(std::make_unique<Signal>(&rig.environment, values));
+                    (rig.stage.*bus).setSource(sources.back().get());
+                }
                 return rig.pull(rng.pieces(length, longest));
             };
             const std::vector<float> whole = render(256);
@@ -321,14 +322,15 @@ TEST_CASE("Detector: controls that move, cut anywhere") {
         }
 }
 
-TEST_CASE("Detector: knobs follow their ramps from one path to the other and back") {
+TEST_CASE("Detector: a knob's ramp leads from the constant block over the formula to the kernel") {
     DetectorFixture rig({-40.0f});
-    rig.apply({Purpose::Expand, -20.0f, 2.0f, 0.0f, 180.0f, 0.0f}, Domain::Decibel);
-    CHECK(rig.pull({100})[99] == 20.0f);
-    rig.stage.threshold.getParameter().setValue(-30.0f, 10.0f);  // 441 samples
+    turn(rig.stage.threshold, -20.0f);
+    rig.stage.purpose = Purpose::Expand;
+    CHECK(rig.pull({100})[99] == 0.0f);
+    rig.stage.ratio.getParameter().setValue(3.0f, 10.0f);  // 441 samples
     const std::vector<float> out = rig.pull(evenPieces(700, 70));
     for (std::size_t n = 0; n < out.size(); ++n) {
-        const double expected = 20.0 - 10.0 * std::min(static_cast<double>(n) / 441.0, 1.0);
+        const double expected = 40.0 * std::min(static_cast<double>(n) / 441.0, 1.0);
         REQUIRE(static_cast<double>(out[n]) == doctest::Approx(expected).epsilon(1e-5));
     }
 }
@@ -353,11 +355,13 @@ TEST_CASE("Detector: numbers that are none end within the range") {
                         CHECK(y <= (domain == Domain::Decibel ? s.range : 1.0001e9f));
                     }
                 }
-    DetectorFixture decibels({nan});
-    decibels.apply(settings[0], Domain::Decibel);
-    CHECK(decibels.pull({1})[0] == 0.0f);
-    DetectorFixture levels({nan, 0.0f});
-    levels.apply(settings[6], Domain::Linear);
-    const std::vector<float> gains = levels.pull({2});
-    CHECK(gains[0] == gains[1]);
+    for (bool moves : {false, true}) {
+        DetectorFixture decibels({nan});
+        decibels.apply(settings[0], Domain::Decibel, moves);
+        CHECK(decibels.pull({1})[0] == 0.0f);
+        DetectorFixture levels({nan, 0.0f});
+        levels.apply(settings[6], Domain::Linear, moves);
+        const std::vector<float> gains = levels.pull({2});
+        CHECK(gains[0] == gains[1]);
+    }
 }

@@ -33,17 +33,19 @@ std::vector<float> slidingMaximum(const std::vector<float>& x, const std::vector
     return out;
 }
 
-/// Noise, a slow sine, plateaus of equal values, lone peaks, and a fall with steps.
+/// Noise, a slow sine, plateaus of equal values, lone peaks, a fall with steps, and one that is all
+/// peaks.
 std::vector<std::vector<float>> signals(Rng& rng, int length) {
     std::vector<std::vector<float>> all{rng.noise(length)};
-    for (int kind = 0; kind < 4; ++kind) {
+    for (int kind = 0; kind < 5; ++kind) {
         std::vector<float> x;
         for (int n = 0; n < length; ++n) {
             const auto t = static_cast<double>(n);
             const double value = kind == 0   ? std::sin(t * 0.01)
                                  : kind == 1 ? std::floor(rng.real(-4.0, 4.0)) / 4.0
                                  : kind == 2 ? (rng.integer(0, 300) == 0 ? rng.real(-1, 1) : 0.0)
-                                             : std::exp(-t * 0.002) + (n % 97 == 0 ? 0.1 : 0.0);
+                                 : kind == 3 ? std::exp(-t * 0.002) + (n % 97 == 0 ? 0.1 : 0.0)
+                                             : std::exp(-t * 1e-4) * (n % 2);
             x.push_back(static_cast<float>(value));
         }
         all.push_back(x);
