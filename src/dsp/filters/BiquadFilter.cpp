@@ -1,0 +1,125 @@
+#include "dsp/filters/BiquadFilter.h"
+
+namespace cinder {
+
+BiquadFilter::BiquadFilter(wave::Environment* environment, int maxSections)
+    : Filter(environment), processor(environment, maxSections) {
+    makeResettable();
+}
+
+BiquadFilter::~BiquadFilter() {
+    setPartner(nullptr);
+}
+
+void BiquadFilter::reset() noexcept CINDER_REALTIME {
+    processor.reset();
+}
+
+void BiquadFilter::propertyChanged(AbstractProperty* property) {
+    if (property == &enabled) processor.setEnabled(enabled);
+}
+
+void BiquadFilter::setPartner(BiquadFilter* newPartner) {
+    if (newPartner == partner) return;
+    for (BiquadFilter* side : {this, newPartner}) {
+        if (!side || !side->partner) continue;
+        side->setLink(LinkMode::None);
+        side->partner->partner = nullptr;
+        side->partner = nullptr;
+    }
+    if (newPartner) newPartner->partner = this;
+    partner = newPartner;
+}
+
+void BiquadFilter::link(LinkMode mode) noexcept CINDER_REALTIME {
+    if (partner) setLink(mode);
+}
+
+void BiquadFilter::unlink() noexcept CINDER_REALTIME {
+    if (partner) setLink(LinkMode::None);
+}
+
+void BiquadFilter::setLink(LinkMode mode) noexcept CINDER_REALTIME {
+    for (BiquadFilter* side : {this, partner}) {
+        side->linkMode = mode;
+        side->rejoins = false;
+    }
+}
+
+void BiquadFilter::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out,
+                           int numSamples, unsigned) noexcept CINDER_REALTIME {
+    reviewLink();
+    enterBlock(numSamples);
+    if (runsAsPair(numSamples)) return processPair(in, out, numSamples);
+    if (processor.isDry()) {
+        processor.skipBlock(numSamples);
+        return finish(false, in, out);
+    }
+    computeCoefficients(numSamples, processor);
+    const BiquadProcessor::Channel channel = {&processor, in->data(), out->data()};
+    finish(BiquadProcessor::process({&channel, 1}, true, numSamples), in, out);
+}
+
+void BiquadFilter::processPair(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out,
+                               int numSamples) noexcept CINDER_REALTIME {
+    BiquadFilter& other = *partner;
+    const bool isShared = linkMode == LinkMode::Shared;
+    wave::BasicBlock<float>* const otherIn = other.input->pull(numSamples);
+    wave::BasicBlock<float>* const otherOut = other.ownBlock.get();
+    computeCoefficients(numSamples, processor);
+    if (!isShared) other.computeCoefficients(numSamples, other.processor);
+
+    using Channel = BiquadProcessor::Channel;
+    const Channel channels[] = {{&processor, in->data(), out->data()},
+                                {&other.processor, otherIn->data(), otherOut->data()}};
+    if (isShared || processor.getNumSections() == other.processor.getNumSections()) {
+        const bool wereFiltered = BiquadProcessor::process(channels, isShared, numSamples);
+        finish(wereFiltered, in, out);
+        other.finish(wereFiltered, otherIn, otherOut);
+    } else {
+        finish(BiquadProcessor::process({&channels[0], 1}, true, numSamples), in, out);
+        other.finish(BiquadProcessor::process({&channels[1], 1}, true, numSamples), otherIn,
+                     otherOut);
+    }
+}
+
+void BiquadFilter::finish(bool wasFiltered, wave::BasicBlock<float>* in,
+                          wave::BasicBlock<float>* out) noexcept CINDER_REALTIME {
+    passOn(wasFiltered ? out : in);
+    setConstant(!wasFiltered && input->isConstant());
+}
+
+void BiquadFilter::reviewLink() noexcept CINDER_REALTIME {
+    if (!partner) return;
+    if (linkMode == LinkMode::Shared && enabled != partner->enabled) {
+        unlink();
+        rejoins = partner->rejoins = true;
+    } else if (rejoins && !partner->wasRenderedInThisCycle() && processor.isWet() &&
+               partner->processor.isWet()) {
+        link(LinkMode::Shared);
+    }
+}
+
+/// The first call of a cycle counts: a linked partner enters its block with this one.
+void BiquadFilter::enterBlock(int numSamples) noexcept CINDER_REALTIME {
+    const std::uint64_t position = environment->getPosition();
+    if (position < blockEnd) return;
+    if (position > blockEnd) processor.missSamples(position - blockEnd);
+    blockEnd = position + static_cast<std::uint64_t>(numSamples);
+}
+
+bool BiquadFilter::wasRenderedInThisCycle() const noexcept CINDER_REALTIME {
+    return getLastBlockId() == environment->getBlockId();
+}
+
+/// A side that is switched off costs nothing, with one exception: where each side has coefficients
+/// of its own, both run as long as one of them has to.
+bool BiquadFilter::runsAsPair(int numSamples) noexcept CINDER_REALTIME {
+    if (linkMode == LinkMode::None || !partner->input || partner->wasRenderedInThisCycle())
+        return false;
+    partner->enterBlock(numSamples);
+    const bool isDry = processor.isDry(), partnerIsDry = partner->processor.isDry();
+    return linkMode == LinkMode::Shared ? !isDry && !partnerIsDry : !isDry || !partnerIsDry;
+}
+
+}  // namespace cinder

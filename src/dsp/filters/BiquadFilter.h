@@ -1,0 +1,91 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+#include "dsp/filters/BiquadProcessor.h"
+
+namespace cinder {
+
+/// A filter of second-order sections that can be switched off and on, and run in pairs. A derived
+/// class says what the coefficients are.
+/// Shape   one channel. Switched off it hands its input on and costs nothing. The filters of two
+///         channels that are partners and linked run as two lanes: the one pulled first in a cycle
+///         pulls the other's input as well, and the other's output is ready when it is pulled
+/// State   that of its processor; a filter that has missed a block restarts softly
+class BiquadFilter : public wave::Filter, public PropertyOwner {
+public:
+    enum class LinkMode : std::int32_t {
+        None = 0,
+        /// The one that is pulled first computes the coefficients for both. The pair comes apart
+        /// while only one of them is enabled, and finds together again when both are all wet.
+        Shared = 1,
+        /// Each has coefficients of its own.
+        Separate = 2,
+    };
+
+    BiquadFilter(wave::Environment* environment, int maxSections);
+    ~BiquadFilter() override;
+
+    /// Clears the state; ends a fade. [audio]
+    void reset() noexcept CINDER_REALTIME override;
+    void propertyChanged(AbstractProperty* property) override;
+
+    /// Makes the two each other's partner, and sets their former ones free; null for none.
+    void setPartner(BiquadFilter* newPartner);
+    BiquadFilter* getPartner() const { return partner; }
+    /// Both sides. Without a partner nothing happens. [audio]
+    virtual void link(LinkMode mode) noexcept CINDER_REALTIME;
+    virtual void unlink() noexcept CINDER_REALTIME;
+    LinkMode getLinkMode() const { return linkMode; }
+
+    Property<bool> enabled{true, this};
+
+protected:
+    void process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,
+                 unsigned flags) noexcept CINDER_REALTIME override;
+    /// Sets the processor's number of sections and schedules coefficients for the next
+    /// `numSamples`.
+    virtual void computeCoefficients(int numSamples,
+                                     BiquadProcessor& processor) noexcept CINDER_REALTIME = 0;
+
+    /// For a filter whose controls move within the block. Every few samples asks
+    /// `isDue(position, finely)` whether the coefficients in force no longer do, by a coarse
+    /// measure, or at every 32nd sample by a fine one; then calls `design(position)`. In between
+    /// calls `schedule(count)` for the samples that the coefficients in force are for.
+    template <class IsDue, class Design, class AppendRun>
+    static void followControls(int numSamples, IsDue isDue, Design design,
+                               AppendRun schedule) noexcept CINDER_REALTIME {
+        constexpr int fineStep = 32;
+        int pending = 0;
+        for (int i = 0; i < numSamples; i += BiquadProcessor::scheduleStep) {
+            if (isDue(i, i % fineStep == 0)) {
+                if (pending > 0) schedule(pending);
+                pending = 0;
+                design(i);
+            }
+            pending += std::min(BiquadProcessor::scheduleStep, numSamples - i);
+        }
+        if (pending > 0) schedule(pending);
+    }
+
+    BiquadProcessor processor;
+
+private:
+    void reviewLink() noexcept CINDER_REALTIME;
+    void setLink(LinkMode mode) noexcept CINDER_REALTIME;
+    void enterBlock(int numSamples) noexcept CINDER_REALTIME;
+    bool wasRenderedInThisCycle() const noexcept CINDER_REALTIME;
+    bool runsAsPair(int numSamples) noexcept CINDER_REALTIME;
+    void processPair(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out,
+                     int numSamples) noexcept CINDER_REALTIME;
+    void finish(bool wasFiltered, wave::BasicBlock<float>* in,
+                wave::BasicBlock<float>* out) noexcept CINDER_REALTIME;
+
+    BiquadFilter* partner = nullptr;  // not owned
+    LinkMode linkMode = LinkMode::None;
+    bool rejoins = false;        // came apart by itself, and links again by itself
+    std::uint64_t blockEnd = 0;  // position behind the last block
+};
+
+}  // namespace cinder

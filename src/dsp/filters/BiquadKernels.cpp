@@ -1,0 +1,242 @@
+#include "dsp/filters/BiquadKernels.h"
+
+#include <cstddef>
+
+#include "core/simd/Lanes.h"
+
+// A channel is a lane of doubles. Two sections run together, so that the one works while the other
+// waits for its last output; a third would find no register. Four samples are handled at a time:
+// coefficients change at multiples of four, and within a group no state has to move.
+
+namespace cinder::CINDER_SIMD_SET {
+
+namespace {
+
+using simd::CINDER_SIMD_SET::DoubleLanes;
+using simd::CINDER_SIMD_SET::Lanes;
+using simd::CINDER_SIMD_SET::shuffle;
+
+/// a * b + c, fused where lanes fuse it.
+CINDER_LANES double mulAdd(double a, double b, double c) {
+#if defined(__FMA__) || defined(__aarch64__)
+    return __builtin_fma(a, b, c);
+#else
+    return a * b + c;
+#endif
+}
+
+/// How the samples of the lanes lie in vectors: V has one sample of each lane, a Group the next
+/// four. Conversions go by the group, which takes the fewest shuffles.
+template <int numLanes>
+struct Samples;
+
+template <>
+struct Samples<1> {
+    using V = double;
+    struct Group {
+        V at[4];
+    };
+
+    template <class Of>
+    static CINDER_LANES V gather(Of of) {
+        return of(0);
+    }
+    static CINDER_LANES double laneOf(V v, int) { return v; }
+
+    static CINDER_LANES V load(const BiquadLane* lanes, std::ptrdiff_t at) {
+        return static_cast<double>(lanes[0].input[at]);
+    }
+    static CINDER_LANES void store(V v, const BiquadLane* lanes, std::ptrdiff_t at) {
+        lanes[0].output[at] = static_cast<float>(v);
+    }
+    static CINDER_LANES V rounded(V v) { return static_cast<double>(static_cast<float>(v)); }
+
+    static CINDER_LANES Group loadGroup(const BiquadLane* lanes, std::ptrdiff_t at) {
+        return {load(lanes, at), load(lanes, at + 1), load(lanes, at + 2), load(lanes, at + 3)};
+    }
+    static CINDER_LANES void storeGroup(const Group& g, const BiquadLane* lanes,
+                                        std::ptrdiff_t at) {
+        for (int i = 0; i < 4; ++i)
+            store(g.at[i], lanes, at + i);
+    }
+    static CINDER_LANES Group rounded(const Group& g) {
+        return {rounded(g.at[0]), rounded(g.at[1]), rounded(g.at[2]), rounded(g.at[3])};
+    }
+};
+
+template <>
+struct Samples<2> {
+    using V = DoubleLanes<2>;
+    struct Group {
+        V at[4];
+    };
+
+    template <class Of>
+    static CINDER_LANES V gather(Of of) {
+        return V(V::Raw{of(0), of(1)});
+    }
+    static CINDER_LANES double laneOf(V v, int lane) { return v[lane]; }
+
+    static CINDER_LANES V load(const BiquadLane* lanes, std::ptrdiff_t at) {
+        return V(V::Raw{static_cast<double>(lanes[0].input[at]),
+                        static_cast<double>(lanes[1].input[at])});
+    }
+    static CINDER_LANES void store(V v, const BiquadLane* lanes, std::ptrdiff_t at) {
+        lanes[0].output[at] = static_cast<float>(v[0]);
+        lanes[1].output[at] = static_cast<float>(v[1]);
+    }
+    static CINDER_LANES V rounded(V v) { return widened(narrowed(v)); }
+
+    // Two samples of a channel are converted together, then those of two channels exchanged.
+    static CINDER_LANES Group loadGroup(const BiquadLane* lanes, std::ptrdiff_t at) {
+        const auto from = [&](int lane, int i) __attribute__((always_inline)) {
+            return widened(Lanes<2>::load(lanes[lane].input + at + i));
+        };
+        const V firstEarly = from(0, 0), secondEarly = from(1, 0);
+        const V firstLate = from(0, 2), secondLate = from(1, 2);
+        return {shuffle<0, 2>(firstEarly, secondEarly), shuffle<1, 3>(firstEarly, secondEarly),
+                shuffle<0, 2>(firstLate, secondLate), shuffle<1, 3>(firstLate, secondLate)};
+    }
+    static CINDER_LANES void storeGroup(const Group& g, const BiquadLane* lanes,
+                                        std::ptrdiff_t at) {
+        for (int i = 0; i < 4; i += 2) {
+            narrowed(shuffle<0, 2>(g.at[i], g.at[i + 1])).store(lanes[0].output + at + i);
+            narrowed(shuffle<1, 3>(g.at[i], g.at[i + 1])).store(lanes[1].output + at + i);
+        }
+    }
+    static CINDER_LANES Group rounded(const Group& g) {
+        return {rounded(g.at[0]), rounded(g.at[1]), rounded(g.at[2]), rounded(g.at[3])};
+    }
+
+private:
+    static CINDER_LANES Lanes<2> narrowed(V v) {
+        return {__builtin_convertvector(v.raw, Lanes<2>::Raw)};
+    }
+    static CINDER_LANES V widened(Lanes<2> v) { return {__builtin_convertvector(v.raw, V::Raw)}; }
+};
+
+/// One section of all lanes. The products are taken in such an order that an output waits for one
+/// product and sum behind the last output.
+template <int numLanes>
+struct Section {
+    using S = Samples<numLanes>;
+    using V = typename S::V;
+
+    CINDER_LANES void loadState(const BiquadLane* lanes, int index) {
+        const auto from = [&](double BiquadState::*value) __attribute__((always_inline)) {
+            return S::gather([&](int lane) __attribute__((always_inline)) {
+                return lanes[lane].states[index].*value;
+            });
+        };
+        x1 = from(&BiquadState::x1);
+        x2 = from(&BiquadState::x2);
+        y1 = from(&BiquadState::y1);
+        y2 = from(&BiquadState::y2);
+    }
+    CINDER_LANES void storeState(const BiquadLane* lanes, int index) const {
+        for (int lane = 0; lane < numLanes; ++lane)
+            lanes[lane].states[index] = {S::laneOf(x1, lane), S::laneOf(x2, lane),
+                                         S::laneOf(y1, lane), S::laneOf(y2, lane)};
+    }
+    CINDER_LANES void loadCoefficients(const BiquadRun& run, int index) {
+        const auto from = [&](double BiquadCoefficients::*value) __attribute__((always_inline)) {
+            return S::gather([&](int lane) __attribute__((always_inline)) {
+                return run.coefficients[lane][index].*value;
+            });
+        };
+        b0 = from(&BiquadCoefficients::b0);
+        b1 = from(&BiquadCoefficients::b1);
+        b2 = from(&BiquadCoefficients::b2);
+        minusA1 = -from(&BiquadCoefficients::a1);
+        minusA2 = -from(&BiquadCoefficients::a2);
+    }
+    CINDER_LANES V advance(V x) {
+        const V forward = mulAdd(b0, x, mulAdd(b1, x1, b2 * x2));
+        const V y = mulAdd(minusA1, y1, mulAdd(minusA2, y2, forward));
+        x2 = x1;
+        x1 = x;
+        y2 = y1;
+        y1 = y;
+        return y;
+    }
+
+    V b0, b1, b2, minusA1, minusA2;
+    V x1, x2, y1, y2;
+};
+
+/// `count` sections, the first of them number `first`, in one pass over the block.
+template <int numLanes, int count>
+CINDER_LANES void cascade(const BiquadLane* lanes, const BiquadRun* runs, int numRuns, int first) {
+    using S = Samples<numLanes>;
+    Section<numLanes> sections[count];
+    for (int s = 0; s < count; ++s)
+        sections[s].loadState(lanes, first + s);
+    std::ptrdiff_t at = 0;
+    for (const BiquadRun* run = runs; run != runs + numRuns; ++run) {
+        for (int s = 0; s < count; ++s)
+            sections[s].loadCoefficients(*run, first + s);
+        const std::ptrdiff_t end = at + run->numSamples;
+        for (; at + 4 <= end; at += 4) {
+            auto group = S::loadGroup(lanes, at);
+            for (int s = 0; s < count; ++s) {
+                if (s > 0) group = S::rounded(group);
+                group = {sections[s].advance(group.at[0]), sections[s].advance(group.at[1]),
+                         sections[s].advance(group.at[2]), sections[s].advance(group.at[3])};
+            }
+            S::storeGroup(group, lanes, at);
+        }
+        for (; at < end; ++at) {
+            auto v = S::load(lanes, at);
+            for (int s = 0; s < count; ++s)
+                v = sections[s].advance(s > 0 ? S::rounded(v) : v);
+            S::store(v, lanes, at);
+        }
+    }
+    for (int s = 0; s < count; ++s)
+        sections[s].storeState(lanes, first + s);
+}
+
+template <int numLanes>
+void run(const BiquadLane* lanes, const BiquadRun* runs, int numRuns, int firstSection,
+         int numSections) noexcept {
+    BiquadLane own[numLanes];  // a copy, which overlaps nothing that is written
+    for (int lane = 0; lane < numLanes; ++lane)
+        own[lane] = lanes[lane];
+    const int end = firstSection + numSections;
+    for (int s = firstSection; s < end; s += 2) {
+        if (s + 1 < end)
+            cascade<numLanes, 2>(own, runs, numRuns, s);
+        else
+            cascade<numLanes, 1>(own, runs, numRuns, s);
+        for (BiquadLane& lane : own)
+            lane.input = lane.output;
+    }
+}
+
+/// The obvious form, which the others must agree with.
+void runPlain(const BiquadLane* lanes, const BiquadRun* runs, int numRuns, int firstSection,
+              int numSections) noexcept {
+    const float* in = lanes->input;
+    float* const out = lanes->output;
+    for (int s = firstSection; s < firstSection + numSections; ++s, in = out) {
+        BiquadState state = lanes->states[s];
+        std::ptrdiff_t i = 0;
+        for (const BiquadRun* run = runs; run != runs + numRuns; ++run) {
+            const BiquadCoefficients c = run->coefficients[0][s];
+            for (const std::ptrdiff_t end = i + run->numSamples; i < end; ++i) {
+                const double x = static_cast<double>(in[i]);
+                double y = mulAdd(c.b0, x, mulAdd(c.b1, state.x1, c.b2 * state.x2));
+                y = mulAdd(-c.a1, state.y1, mulAdd(-c.a2, state.y2, y));
+                state = {x, state.x1, y, state.y1};
+                out[i] = static_cast<float>(y);
+            }
+        }
+        lanes->states[s] = state;
+    }
+}
+
+}  // namespace
+
+constinit const BiquadKernels biquadKernels = {runPlain, run<1>, run<2>};
+
+}  // namespace cinder::CINDER_SIMD_SET

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "core/simd/KernelTable.h"
+#include "dsp/filters/BiquadCoefficients.h"
+
+namespace cinder {
+
+/// Where a channel's blocks and the states of its sections lie. The output may be the input.
+struct BiquadLane {
+    const float* input;
+    float* output;
+    BiquadState* states;
+};
+
+inline constexpr int maxBiquadLanes = 2;
+
+/// A number of samples, and for each lane the coefficients of its sections for them.
+struct BiquadRun {
+    int numSamples;
+    const BiquadCoefficients* coefficients[maxBiquadLanes];
+};
+
+/// Runs the sections numbered from `firstSection` over the samples of all runs. What a section
+/// hands to the next one, and the output, is rounded to float.
+using RunBiquads = void (*)(const BiquadLane* lanes, const BiquadRun* runs, int numRuns,
+                            int firstSection, int numSections) noexcept;
+
+/// All three give the same bits: every lane has its own state, and all fuse the same products with
+/// the same sums where the set can.
+struct BiquadKernels {
+    RunBiquads plain;   // one channel, section after section over the whole block
+    RunBiquads single;  // one channel
+    RunBiquads pair;    // two channels
+};
+
+CINDER_KERNELS(BiquadKernels, biquadKernels)
+
+}  // namespace cinder

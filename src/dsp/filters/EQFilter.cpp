@@ -1,0 +1,120 @@
+#include "dsp/filters/EQFilter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "core/Constants.h"
+#include "dsp/filters/Bilinear.h"
+
+namespace cinder {
+
+namespace {
+
+constexpr float largestGainDb = 30.0f;
+constexpr float smallestQ = 0.025f;
+constexpr float largestQ = 40.0f;
+
+constexpr double butterworthQ = 0.70710677;
+
+// Below this gain the filter fades into its input; it is designed for no less than the other.
+constexpr float fadingGainDb = 0.05f;
+constexpr float wetPerDb = 20.0f;
+constexpr float smallestDesignGainDb = 0.01f;
+
+double designQ(QLaw law, double q) noexcept {
+    if (law == QLaw::Proportional) return q * butterworthQ;
+    return std::exp2((std::log(q) * 0.13554251 + 0.5) * 5.0) / 8.0;
+}
+
+bool differ(float a, float b) noexcept {
+    return std::abs(a - b) > sameValue;
+}
+
+}  // namespace
+
+EQFilter::EQFilter(wave::Environment* environment)
+    : BiquadFilter(environment, AnalogFilterPrototype::maxSections),
+      frequency(environment, 10.0f, 0.0f, 15.0f),
+      gain(environment, 0.0f, -largestGainDb, largestGainDb),
+      q(environment, 1.0f, smallestQ, largestQ) {
+    processor.resetMode = BiquadProcessor::ResetMode::FromFirstInput;
+}
+
+void EQFilter::reset() noexcept CINDER_REALTIME {
+    BiquadFilter::reset();
+    designed = none;
+}
+
+void EQFilter::propertyChanged(AbstractProperty* property) {
+    BiquadFilter::propertyChanged(property);
+    if (property == &enabled && !enabled) return;
+    designed = none;
+    if (property == &enabled) return;
+    prototypeIsValid = false;
+    processor.restartSoftly();
+}
+
+void EQFilter::computeCoefficients(int numSamples,
+                                   BiquadProcessor& target) noexcept CINDER_REALTIME {
+    const FilterShapeRow& row = rowOf(shape);
+    const float* const frequencies = frequency.pull(numSamples)->data();
+    const float* const qs = q.pull(numSamples)->data();
+    const float* const gains = row.usesGain ? gain.pull(numSamples)->data() : nullptr;
+    // Values of other sources are limited like those of the own ones.
+    const auto settingsAt = [=](int i) {
+        return Settings{std::max(frequencies[i], 0.0f),
+                        gains ? std::clamp(gains[i], -largestGainDb, largestGainDb) : 0.0f,
+                        std::clamp(qs[i], smallestQ, largestQ)};
+    };
+    const auto schedule = [&](int count) { target.schedule(coefficients, wetFactor, count); };
+
+    target.setNumSections((polesOf(slope, shape) + 1) / 2);
+    if (frequency.isConstant() && q.isConstant() && (!gains || gain.isConstant())) {
+        const Settings now = settingsAt(0);
+        if (needsDesign(now)) design(now);
+        return schedule(numSamples);
+    }
+    const auto isDue = [&](int i, bool finely) {
+        constexpr float coarseOctaves = 0.1f;
+        const Settings now = settingsAt(i);
+        return finely ? needsDesign(now) : std::abs(now.log2Hz - designed.log2Hz) > coarseOctaves;
+    };
+    followControls(
+        numSamples, isDue, [&](int i) { design(settingsAt(i)); }, schedule);
+}
+
+bool EQFilter::needsDesign(const Settings& now) const noexcept CINDER_REALTIME {
+    return differ(now.log2Hz, designed.log2Hz) || differ(now.gainDb, designed.gainDb) ||
+           differ(now.q, designed.q);
+}
+
+void EQFilter::design(const Settings& now) noexcept CINDER_REALTIME {
+    const float omega = angularFrequency(now.log2Hz, environment->getSampleRate());
+    updatePrototype(now);
+    designed = now;
+    prototype.setFrequency(static_cast<double>(omega), 1.0 / static_cast<double>(omega));
+    const auto tangent = static_cast<double>(bilinearTangent(omega));
+    for (int i = 0; i < prototype.getNumSections(); ++i)
+        coefficients[i] = mapBilinear(prototype.getSection(i), tangent);
+}
+
+/// The prototype does not depend on the frequency.
+void EQFilter::updatePrototype(const Settings& now) noexcept CINDER_REALTIME {
+    const bool isSame = now.gainDb == designed.gainDb && now.q == designed.q;
+    if (prototypeIsValid && isSame) return;
+
+    const FilterShapeRow& row = rowOf(shape);
+    float gainDb = now.gainDb;
+    wetFactor = 1.0f;
+    if (row.usesGain && std::abs(gainDb) < fadingGainDb) {
+        wetFactor = std::abs(gainDb) * wetPerDb;
+        gainDb = std::copysign(std::max(std::abs(gainDb), smallestDesignGainDb),
+                               gainDb < 0.0f ? -1.0f : 1.0f);
+    }
+    prototype.design(shape, polesOf(slope, shape),
+                     std::exp(static_cast<double>(gainDb) * logPerDecibel),
+                     designQ(row.qLaw, static_cast<double>(now.q)));
+    prototypeIsValid = true;
+}
+
+}  // namespace cinder

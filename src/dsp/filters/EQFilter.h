@@ -1,0 +1,57 @@
+#pragma once
+
+#include "dsp/filters/AnalogFilterPrototype.h"
+#include "dsp/filters/BiquadFilter.h"
+#include "wave/FloatParameterBus.h"
+
+namespace cinder {
+
+/// An equaliser: the AnalogFilterPrototype of its shape and slope by the bilinear transform.
+/// Shape   one channel; designs at most every 32 samples, in fast sweeps every 4, and only when a
+///         control has moved
+/// Range   frequency in log2 of Hz, from 1 Hz; beyond half the sample rate it is as near below it
+///         as the transform goes. Gain -30..30 dB. Q 0.025..40, of which 1 is the plain prototype.
+///         A gain under 0.05 dB fades the filter out, and at 0 dB the input is handed on as it is
+/// State   that of BiquadFilter; sections start from the first input
+class EQFilter : public BiquadFilter {
+public:
+    using Shape = AnalogFilterPrototype::Shape;
+    using Slope = FilterSlope;
+
+    explicit EQFilter(wave::Environment* environment);
+
+    void reset() noexcept CINDER_REALTIME override;
+    void propertyChanged(AbstractProperty* property) override;
+
+    /// That of the last design.
+    const AnalogFilterPrototype& getPrototype() const { return prototype; }
+
+    wave::FloatParameterBus frequency;
+    wave::FloatParameterBus gain;
+    wave::FloatParameterBus q;
+    Property<Shape> shape{Shape::Bell, this};
+    Property<Slope> slope{Slope::Poles2, this};
+
+protected:
+    void computeCoefficients(int numSamples,
+                             BiquadProcessor& processor) noexcept CINDER_REALTIME override;
+
+private:
+    struct Settings {
+        float log2Hz, gainDb, q;
+    };
+    /// No frequency of a design.
+    static constexpr Settings none = {-1.0f, 0.0f, 0.0f};
+
+    bool needsDesign(const Settings& now) const noexcept CINDER_REALTIME;
+    void design(const Settings& now) noexcept CINDER_REALTIME;
+    void updatePrototype(const Settings& now) noexcept CINDER_REALTIME;
+
+    Settings designed = none;
+    bool prototypeIsValid = false;
+    float wetFactor = 1.0f;
+    AnalogFilterPrototype prototype;
+    BiquadCoefficients coefficients[AnalogFilterPrototype::maxSections];
+};
+
+}  // namespace cinder

@@ -1,0 +1,115 @@
+#include "dsp/filters/BiquadKernels.h"
+
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "support/Rng.h"
+
+namespace cinder {
+namespace {
+
+using test::Rng;
+
+constexpr int blockSize = 256;
+
+/// Poles at a random radius and angle.
+BiquadCoefficients randomCoefficients(Rng& rng) {
+    const double radius = rng.real(0.0, 0.995);
+    return {rng.real(-1.0, 1.0), rng.real(-1.0, 1.0), rng.real(-1.0, 1.0),
+            -2.0 * radius * std::cos(rng.real(0.0, 3.14)), radius * radius};
+}
+
+struct Channel {
+    std::vector<float> in, out = std::vector<float>(blockSize);
+    std::vector<BiquadState> states;
+    std::vector<std::vector<BiquadCoefficients>> coefficients;  // of each run
+
+    Channel(Rng& rng, int numSections, std::size_t numRuns)
+        : in(rng.noise(blockSize)),
+          states(static_cast<std::size_t>(numSections)),
+          coefficients(numRuns) {
+        for (BiquadState& s : states)
+            s = {rng.real(-1, 1), rng.real(-1, 1), rng.real(-1, 1), rng.real(-1, 1)};
+        for (auto& ofRun : coefficients)
+            for (int s = 0; s < numSections; ++s)
+                ofRun.push_back(randomCoefficients(rng));
+    }
+    BiquadLane lane() { return {in.data(), out.data(), states.data()}; }
+};
+
+bool haveSameBits(const Channel& a, const Channel& b) {
+    const auto equal = [](const BiquadState& s, const BiquadState& t) {
+        return s.x1 == t.x1 && s.x2 == t.x2 && s.y1 == t.y1 && s.y2 == t.y2;
+    };
+    return a.out == b.out && std::ranges::equal(a.states, b.states, equal);
+}
+
+/// In long double, from the definition.
+std::vector<float> reference(const Channel& channel, const std::vector<int>& counts) {
+    std::vector<float> signal = channel.in;
+    for (std::size_t s = 0; s < channel.states.size(); ++s) {
+        const BiquadState& start = channel.states[s];
+        std::vector<long double> x = {start.x2, start.x1}, y = {start.y2, start.y1};
+        std::size_t i = 0;
+        for (std::size_t run = 0; run < counts.size(); ++run)
+            for (int n = 0; n < counts[run]; ++n, ++i) {
+                const BiquadCoefficients& c = channel.coefficients[run][s];
+                x.push_back(signal[i]);
+                y.push_back(c.b0 * x[i + 2] + c.b1 * x[i + 1] + c.b2 * x[i] - c.a1 * y[i + 1] -
+                            c.a2 * y[i]);
+            }
+        std::copy(y.begin() + 2, y.end(), signal.begin());
+    }
+    return signal;
+}
+
+TEST_CASE("BiquadKernels: one and two lanes have the bits of the plain form, which is right") {
+    Rng rng = Rng::fromEnvironment();
+    for (const simd::InstructionSet set : simd::supportedSets()) {
+        simd::ScopedInstructionSet scope(set);
+        for (int numSections = 1; numSections <= 8; ++numSections)
+            for (const int longest : {3, 40, blockSize}) {
+                INFO(simd::nameOf(set) << ", sections " << numSections << ", runs up to " << longest
+                                       << ", seed " << rng.seed());
+                const std::vector<int> counts = rng.pieces(blockSize, longest);
+                Channel a(rng, numSections, counts.size()), b(rng, numSections, counts.size());
+                const std::vector<float> wanted = reference(a, counts);
+                std::vector<BiquadRun> runs[2];
+                for (std::size_t i = 0; i < counts.size(); ++i) {
+                    const auto* const ofA = a.coefficients[i].data();
+                    const auto* const ofB = b.coefficients[i].data();
+                    runs[0].push_back({counts[i], {ofA, ofB}});
+                    runs[1].push_back({counts[i], {ofB, nullptr}});
+                }
+                const auto run = [&](RunBiquads kernel, const BiquadLane* lanes, int channel) {
+                    kernel(lanes, runs[channel].data(), static_cast<int>(counts.size()), 0,
+                           numSections);
+                };
+                Channel plain[] = {a, b}, single = a, pair[] = {a, b};
+                for (int c = 0; c < 2; ++c) {
+                    const BiquadLane lane = plain[c].lane();
+                    run(biquadKernels->plain, &lane, c);
+                }
+                const BiquadLane lane = single.lane();
+                run(biquadKernels->single, &lane, 0);
+                const BiquadLane lanes[] = {pair[0].lane(), pair[1].lane()};
+                run(biquadKernels->pair, lanes, 0);
+
+                CHECK(haveSameBits(single, plain[0]));
+                CHECK(haveSameBits(pair[0], plain[0]));
+                CHECK(haveSameBits(pair[1], plain[1]));
+                float loudest = 0.0f, difference = 0.0f;
+                for (std::size_t i = 0; i < wanted.size(); ++i) {
+                    loudest = std::max(loudest, std::abs(wanted[i]));
+                    difference = std::max(difference, std::abs(wanted[i] - plain[0].out[i]));
+                }
+                CHECK(difference <= 1e-5f * loudest);
+            }
+    }
+}
+
+}  // namespace
+}  // namespace cinder
