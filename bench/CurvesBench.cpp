@@ -1,7 +1,10 @@
 // What the curves cost: the scalar reference and the block functions in every instruction set this
 // processor has, on blocks as they come out of an oversampler at factor 8.
+#include <algorithm>
 #include <cmath>
+#include <memory>
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 #include "core/simd/InstructionSet.h"
@@ -41,8 +44,9 @@ void run(benchmark::State& state, const WaveShaper& settings, bool isScalar,
 void registerCurve(int curve, float power, float negativeScale) {
     const auto settings = std::make_shared<WaveShaper>(curve, power, negativeScale);
     const auto add = [&](const std::string& how, bool isScalar, simd::InstructionSet set) {
-        const std::string name = std::string(curveNames[curve]) +
-                                 "/power:" + std::to_string(power).substr(0, 3) + "/" + how;
+        std::string name = std::string(curveNames[curve]) +
+                           "/power:" + std::to_string(power).substr(0, 3) + "/" + how;
+        std::replace(name.begin(), name.end(), ' ', '_');
         benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
             run(state, *settings, isScalar, set);
         })->UseManualTime();

@@ -10,20 +10,19 @@
 namespace cinder::simd::CINDER_SIMD_SET {
 
 /// Coefficients from the highest power down.
-template <int N, int count>
-CINDER_LANES Lanes<N> polynomial(const float (&coefficients)[count], Lanes<N> x) {
-    Lanes<N> sum = coefficients[0];
+template <class L, int count>
+CINDER_LANES L polynomial(const float (&coefficients)[count], L x) {
+    L sum = coefficients[0];
     for (int i = 1; i < count; ++i)
-        sum = mulAdd(sum, x, Lanes<N>(coefficients[i]));
+        sum = mulAdd(sum, x, L(coefficients[i]));
     return sum;
 }
 
 /// atan(x) for x from 0 to infinity, within 3 ulp.
-template <int N>
-CINDER_LANES Lanes<N> arcTan(Lanes<N> x) {
+template <class L>
+CINDER_LANES L arcTan(L x) {
     constexpr float coefficients[] = {8.05374449538e-2f, -1.38776856032e-1f, 1.99777106478e-1f,
                                       -3.33329491539e-1f};
-    using L = Lanes<N>;
     // tan(3 pi / 8) and tan(pi / 8): beyond them the angle is taken from pi / 2 and from pi / 4.
     const auto isSteep = x > 2.4142137f;
     const auto isMiddle = x > 0.41421357f;
@@ -37,12 +36,11 @@ CINDER_LANES Lanes<N> arcTan(Lanes<N> x) {
 
 /// sin(x) for x from 0 to pi / 2, within 1.5 ulp. Of the eight octants of a turn the first is the
 /// polynomial of the sine, the second that of the cosine of what is missing to pi / 2.
-template <int N>
-CINDER_LANES Lanes<N> sinOfQuarter(Lanes<N> x) {
+template <class L>
+CINDER_LANES L sinOfQuarter(L x) {
     constexpr float sine[] = {-1.9515295891e-4f, 8.3321608736e-3f, -1.6666654611e-1f};
     constexpr float cosine[] = {2.443315711809948e-5f, -1.388731625493765e-3f,
                                 4.166664568298827e-2f};
-    using L = Lanes<N>;
     const L rest = (1.5707964f - x) - 4.371139e-8f;  // pi / 2 in two parts
     const auto isSecond = x > 0.78539819f;
     const L angle = select(isSecond, rest, x);
@@ -55,16 +53,15 @@ CINDER_LANES Lanes<N> sinOfQuarter(Lanes<N> x) {
 
 /// ln(x) for x from 1.1754944e-38, within 1 ulp. What is less, NaN too, counts as that, and
 /// infinity as 2^128.
-template <int N>
-CINDER_LANES Lanes<N> log(Lanes<N> x) {
+template <class L>
+CINDER_LANES L log(L x) {
     constexpr float coefficients[] = {7.0376836292e-2f,  -1.1514610310e-1f, 1.1676998740e-1f,
                                       -1.2420140846e-1f, 1.4249322787e-1f,  -1.6668057665e-1f,
                                       2.0000714765e-1f,  -2.4999993993e-1f, 3.3333331174e-1f};
     constexpr int rootHalf = 0x3f3504f3;  // the bits of sqrt(1 / 2)
-    using L = Lanes<N>;
     x = max(x, L(1.1754944e-38f));
     // x = 2^exponent * mantissa with the mantissa from sqrt(1 / 2) to sqrt(2).
-    const IntLanes<N> bits = bitsOf(x) - rootHalf;
+    const auto bits = bitsOf(x) - rootHalf;
     const L exponent = toFloat(bits >> 23);
     const L t = fromBits((bits & 0x007fffff) + rootHalf) - 1.0f;
     const L square = t * t;
@@ -76,21 +73,20 @@ CINDER_LANES Lanes<N> log(Lanes<N> x) {
 
 /// exp(x), within 1.5 ulp. x is limited to +-88.37626, so that the result ends at 2.4e38 above;
 /// below about -87.7 it is 0.
-template <int N>
-CINDER_LANES Lanes<N> exp(Lanes<N> x) {
+template <class L>
+CINDER_LANES L exp(L x) {
     constexpr float coefficients[] = {1.9875691500e-4f, 1.3981999507e-3f, 8.3334519073e-3f,
                                       4.1665795894e-2f, 1.6666665459e-1f, 5.0000001201e-1f};
     // Adding it leaves the whole part, rounded to nearest, in the lowest bits of the mantissa.
     constexpr float rounding = 12582912.0f;  // 1.5 * 2^23
     constexpr int bitsOfRounding = 0x4b400000;
-    using L = Lanes<N>;
     x = min(max(x, L(-88.37626f)), L(88.37626f));
     const L shifted = mulAdd(x, L(1.44269504f), L(rounding));
     const L whole = shifted - rounding;
     L t = mulAdd(whole, L(-0.693359375f), x);  // ln 2 in two parts
     t = mulAdd(whole, L(2.12194440e-4f), t);
     const L power = mulAdd(polynomial(coefficients, t), t * t, t) + 1.0f;
-    const IntLanes<N> exponent = (bitsOf(shifted) - bitsOfRounding + 127) << 23;
+    const auto exponent = (bitsOf(shifted) - bitsOfRounding + 127) << 23;
     return power * fromBits(exponent);
 }
 

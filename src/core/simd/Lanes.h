@@ -21,7 +21,8 @@ struct IntOfSize<8> {
 };
 
 /// N values of T in one vector, with the operators of T lane by lane.
-/// Shape   N is a power of two; more lanes than a register holds are several registers
+/// Shape   N is a power of two; more lanes than a register holds are several registers, whose
+///         comparisons g++ 12 takes apart lane by lane: where it matters, see Pair.h
 /// Range   that of T; comparisons give integer lanes, all ones where true and 0 where false
 /// Errors  none; results are the same bits at every N, and on every set but for mulAdd, which
 ///         rounds once where the set has a fused product and twice where it has not
@@ -29,6 +30,8 @@ template <class T, int N>
 struct BasicLanes {
     static_assert(N > 1 && (N & (N - 1)) == 0);
 
+    using Value = T;
+    static constexpr int numLanes = N;
     static constexpr int bytes = N * static_cast<int>(sizeof(T));
     using Raw = typename RawVector<T, bytes>::Type;
     using InMemory = typename RawVector<T, bytes>::InMemory;

@@ -4,27 +4,29 @@
 
 namespace cinder::simd::CINDER_SIMD_SET {
 
-/// out[i] = f(in[i]) for i from 0 to n - 1, as many lanes at a time as a register holds.
+/// out[i] = f(in[i]) for i from 0 to n - 1, as many lanes at a time as a Unit has: a register, or a
+/// Pair of them where f is one long chain.
 /// Shape   any n, any alignment; out may be in; writes out[0] to out[n - 1] and nothing else
-/// Range   f takes and gives Wide, and no lane of its result depends on another
+/// Range   f takes and gives a Unit, and no lane of its result depends on another
 /// State   none: the same bits for any cut of the block
-template <class Function>
+template <class Unit = Wide, class Function>
 CINDER_LANES void mapBlock(const float* in, float* out, int n, Function f) {
-    // A block shorter than a register is worked on in a copy.
-    float few[wideLanes] = {};
-    const bool isShort = n < wideLanes;
+    constexpr int width = Unit::numLanes;
+    // A block shorter than a unit is worked on in a copy.
+    float few[width] = {};
+    const bool isShort = n < width;
     for (int i = 0; isShort && i < n; ++i)
         few[i] = in[i];
     const float* from = isShort ? few : in;
     float* to = isShort ? few : out;
-    const int lastStart = isShort ? 0 : n - wideLanes;
+    const int lastStart = isShort ? 0 : n - width;
 
-    // What remains at the end is covered by a last register that overlaps its predecessor and
-    // repeats its results. It is read first, since `to` may be `from`.
-    const Wide last = Wide::load(from + lastStart);
+    // What remains at the end is covered by a last unit that overlaps its predecessor and repeats
+    // its results. It is read first, since `to` may be `from`.
+    const Unit last = Unit::load(from + lastStart);
     int i = 0;
-    for (; i <= lastStart; i += wideLanes)
-        f(Wide::load(from + i)).store(to + i);
+    for (; i <= lastStart; i += width)
+        f(Unit::load(from + i)).store(to + i);
     if (i < n) f(last).store(to + lastStart);
 
     for (i = 0; isShort && i < n; ++i)
