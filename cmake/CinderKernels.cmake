@@ -25,6 +25,11 @@ function(cinder_kernel_objects name set room)
   # Wide vectors cross no boundary between sets, so the change of their calling convention with the
   # set is no matter. Exceptions would bring in weak symbols of the runtime's headers.
   target_compile_options(${name} PRIVATE ${CINDER_SIMD_FLAGS_${set}} -Wno-psabi -fno-exceptions)
+  # Watching the scopes of all those small values takes ten times as long to compile, and no kernel
+  # keeps the address of one.
+  if(CINDER_SANITIZE MATCHES address)
+    target_compile_options(${name} PRIVATE -fno-sanitize-address-use-after-scope)
+  endif()
 endfunction()
 
 function(cinder_kernels folder)
