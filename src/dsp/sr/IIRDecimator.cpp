@@ -1,0 +1,21 @@
+#include "dsp/sr/IIRDecimator.h"
+
+#include <algorithm>
+
+namespace cinder::sr {
+
+bool IIRDecimator::process(const float* input, float* output, int count) noexcept CINDER_REALTIME {
+    const Job job = {this, input, output};
+    return processGroup({&job, 1}, count);
+}
+
+bool IIRDecimator::processGroup(std::span<const Job> jobs, int count) noexcept CINDER_REALTIME {
+    return processJobs<IIRDecimator>(jobs, count, decimateChannels);
+}
+
+void IIRDecimator::reset() noexcept CINDER_REALTIME {
+    IIRConverter::reset();
+    std::ranges::fill(lastInputs, 0.0f);
+}
+
+}  // namespace cinder::sr
