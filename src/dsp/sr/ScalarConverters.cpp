@@ -1,14 +1,13 @@
 #include "dsp/sr/ScalarConverters.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace cinder::sr {
 
 namespace {
 
-void allpass(float c, float* lastInputAndOutput, float* block, int n) noexcept {
-    float& x1 = lastInputAndOutput[0];
-    float& y1 = lastInputAndOutput[1];
+void allpass(float c, float& x1, float& y1, float* block, int n) noexcept {
     for (int i = 0; i < n; ++i) {
         const float x = block[i];
         const float y = c * x + x1 - c * y1;
@@ -23,7 +22,8 @@ float* runBranches(const HalfBandStage& stage, float* state, float* ofA, float* 
                    int n) noexcept {
     for (int i = 0; i < stage.numCoefficients; ++i) {
         const bool onA = i % 2 == 0;
-        allpass(stage.coefficients[i], state + (onA ? 0 : 2), onA ? ofA : ofB, n);
+        float* const last = state + (onA ? 0 : 2);
+        allpass(stage.coefficients[i], last[0], last[1], onA ? ofA : ofB, n);
         if (!onA || i + 1 == stage.numCoefficients) state += 4;
     }
     return state;
@@ -47,7 +47,7 @@ bool ScalarInterpolator::process(const float* input, float* output,
     for (int n = count; const HalfBandStage& stage : stages) {
         std::copy_n(output, n, ofA.data());
         slot = runBranches(stage, slot, ofA.data(), output, n);
-        for (int i = n - 1; i >= 0; --i) {  // from the end, so that B may lie in the output
+        for (std::ptrdiff_t i = n - 1; i >= 0; --i) {  // from the end, so that B may lie in the output
             output[2 * i + 1] = output[i];
             output[2 * i] = ofA[i];
         }
@@ -68,7 +68,7 @@ bool ScalarDecimator::process(const float* input, float* output,
     for (int k = static_cast<int>(stages.size()) - 1; k >= 0; --k) {
         const int n = count << k;
         const float last = in[2 * n - 1];
-        for (int i = 0; i < n; ++i) {
+        for (std::ptrdiff_t i = 0; i < n; ++i) {
             ofB[i] = 0.5f * (i > 0 ? in[2 * i - 1] : lastInputs[k]);
             ofA[i] = 0.5f * in[2 * i];  // never ahead of what is read, where A is the input
         }
