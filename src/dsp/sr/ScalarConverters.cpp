@@ -47,7 +47,7 @@ bool ScalarInterpolator::process(const float* input, float* output,
     for (int n = count; const HalfBandStage& stage : stages) {
         std::copy_n(output, n, ofA.data());
         slot = runBranches(stage, slot, ofA.data(), output, n);
-        for (std::ptrdiff_t i = n - 1; i >= 0; --i) {  // from the end, so that B may lie in the output
+        for (std::ptrdiff_t i = n - 1; i >= 0; --i) {  // backward: B lies in the output
             output[2 * i + 1] = output[i];
             output[2 * i] = ofA[i];
         }
