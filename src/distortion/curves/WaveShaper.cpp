@@ -44,8 +44,8 @@ bool isOne(float x) {
 
 }  // namespace
 
-WaveShaper::WaveShaper(std::int32_t curveNumber, float exponent, float scaleBelowZero)
-    : negativeScale(scaleBelowZero), power(exponent), curve(curveNumber) {}
+WaveShaper::WaveShaper(std::int32_t curve, float power, float negativeScale)
+    : negativeScale(negativeScale), power(power), curve(curve) {}
 
 void WaveShaper::process(const float* in, float* out, int n) noexcept CINDER_REALTIME {
     for (int i = 0; i < n; ++i)
