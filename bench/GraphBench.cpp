@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "processor/Channel.h"
+#include "processor/frame/Channel.h"
 #include "support/BlockBenchmark.h"
 #include "wave/FloatParameterSource.h"
 

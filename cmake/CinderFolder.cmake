@@ -40,3 +40,18 @@ function(cinder_folder folder)
   endif()
   set_property(GLOBAL APPEND PROPERTY CINDER_FOLDERS "${folder}")
 endfunction()
+
+# A room that is planned and has no code yet: its place in the house, and what it will be allowed to
+# use. It becomes a cinder_folder() with its first file.
+function(cinder_room_to_come folder)
+  cmake_parse_arguments(ARG "" "" "USES" ${ARGN})
+  string(REPLACE "/" "_" target "${folder}")
+  add_library(${target} INTERFACE)
+  foreach(used IN LISTS ARG_USES)
+    string(REPLACE "/" "_" used "${used}")
+    if(NOT TARGET ${used})
+      message(FATAL_ERROR "${folder} USES ${used}, which stands on no floor below it")
+    endif()
+    target_link_libraries(${target} INTERFACE ${used})
+  endforeach()
+endfunction()

@@ -1,6 +1,6 @@
 #include "cinder/shaper/ShaperProcessor.h"
 
-#include "processor/Channel.h"
+#include "processor/frame/Channel.h"
 
 namespace cinder {
 

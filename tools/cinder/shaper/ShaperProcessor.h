@@ -8,7 +8,7 @@
 #include "dsp/sr/IIRConverterStyle.h"
 #include "params/FloatParamPluginParameter.h"
 #include "params/PropPluginParameter.h"
-#include "processor/GenericPluginProcessor.h"
+#include "processor/frame/GenericPluginProcessor.h"
 
 #include <memory>
 #include <vector>

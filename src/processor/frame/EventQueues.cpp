@@ -3,7 +3,7 @@
 #include <ostream>
 
 #include "params/AbstractPluginParameter.h"
-#include "processor/GenericPluginProcessor.h"
+#include "processor/frame/GenericPluginProcessor.h"
 
 namespace cinder {
 

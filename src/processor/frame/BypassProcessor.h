@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "params/ChannelLayouts.h"
-#include "processor/GenericPluginProcessor.h"
+#include "processor/frame/GenericPluginProcessor.h"
 #include "wave/Delay.h"
 #include "wave/FloatParameter.h"
 

@@ -8,7 +8,7 @@
 #include "analysis/AudioSourceProxy.h"
 #include "analysis/LevelSourceProxy.h"
 #include "analysis/SpectrumSourceProxy.h"
-#include "processor/TestProcessor.h"
+#include "processor/frame/TestProcessor.h"
 
 namespace cinder::test {
 namespace {

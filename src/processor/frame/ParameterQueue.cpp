@@ -1,7 +1,7 @@
 // How values get from any thread into the graph.
 #include "params/AbstractPluginParameter.h"
-#include "processor/Channel.h"
-#include "processor/GenericPluginProcessor.h"
+#include "processor/frame/Channel.h"
+#include "processor/frame/GenericPluginProcessor.h"
 
 namespace cinder {
 

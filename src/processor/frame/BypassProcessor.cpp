@@ -1,10 +1,10 @@
-#include "processor/BypassProcessor.h"
+#include "processor/frame/BypassProcessor.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "core/Constants.h"
-#include "processor/Channel.h"
+#include "processor/frame/Channel.h"
 
 namespace cinder {
 

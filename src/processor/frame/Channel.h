@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "processor/GenericPluginProcessor.h"
+#include "processor/frame/GenericPluginProcessor.h"
 #include "wave/Input.h"
 
 namespace cinder {

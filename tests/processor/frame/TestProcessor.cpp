@@ -1,4 +1,4 @@
-#include "processor/TestProcessor.h"
+#include "processor/frame/TestProcessor.h"
 
 #include <doctest/doctest.h>
 

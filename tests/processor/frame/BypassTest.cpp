@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "processor/TestProcessor.h"
+#include "processor/frame/TestProcessor.h"
 #include "support/Rng.h"
 
 namespace cinder::test {

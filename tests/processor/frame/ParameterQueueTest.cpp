@@ -4,7 +4,7 @@
 #include <thread>
 #include <vector>
 
-#include "processor/TestProcessor.h"
+#include "processor/frame/TestProcessor.h"
 #include "support/RealtimeGuard.h"
 #include "support/Rng.h"
 

@@ -1,4 +1,4 @@
-#include "processor/Channel.h"
+#include "processor/frame/Channel.h"
 
 #include "params/ChannelLayouts.h"
 

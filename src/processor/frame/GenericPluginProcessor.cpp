@@ -1,4 +1,4 @@
-#include "processor/GenericPluginProcessor.h"
+#include "processor/frame/GenericPluginProcessor.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,8 +9,8 @@
 #include "midi/DefaultChannelEventReceiver.h"
 #include "midi/DefaultEventReceiver.h"
 #include "params/AbstractPluginParameter.h"
-#include "processor/BypassProcessor.h"
-#include "processor/Channel.h"
+#include "processor/frame/BypassProcessor.h"
+#include "processor/frame/Channel.h"
 
 namespace cinder {
 

@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "core/platform/Denormals.h"
-#include "processor/TestProcessor.h"
+#include "processor/frame/TestProcessor.h"
 #include "support/Rng.h"
 
 namespace cinder::test {

@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "core/simd/Sanitise.h"
-#include "processor/TestProcessor.h"
+#include "processor/frame/TestProcessor.h"
 #include "support/Rng.h"
 
 namespace cinder::test {

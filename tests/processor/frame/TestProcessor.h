@@ -7,8 +7,8 @@
 
 #include "params/FloatParamPluginParameter.h"
 #include "params/PropPluginParameter.h"
-#include "processor/BypassProcessor.h"
-#include "processor/Channel.h"
+#include "processor/frame/BypassProcessor.h"
+#include "processor/frame/Channel.h"
 #include "wave/FloatParameterSource.h"
 
 namespace cinder::test {
