@@ -2,7 +2,7 @@
 
 #include "cinder/audio/AudioReader.h"
 #include "params/AbstractPluginParameter.h"
-#include "processor/GenericPluginProcessor.h"
+#include "processor/frame/GenericPluginProcessor.h"
 
 #include <algorithm>
 
