@@ -117,9 +117,13 @@ bool BiquadFilter::wasRenderedInThisCycle() const noexcept CINDER_REALTIME {
 bool BiquadFilter::runsAsPair(int numSamples) noexcept CINDER_REALTIME {
     if (linkMode == LinkMode::None || !partner->input || partner->wasRenderedInThisCycle())
         return false;
+    if (linkMode == LinkMode::Shared && processor.isDry()) return false;
     partner->enterBlock(numSamples);
-    const bool isDry = processor.isDry(), partnerIsDry = partner->processor.isDry();
-    return linkMode == LinkMode::Shared ? !isDry && !partnerIsDry : !isDry || !partnerIsDry;
+    if (!partner->processor.isDry()) return true;
+    if (linkMode == LinkMode::Separate && !processor.isDry()) return true;
+    // It has entered a block that it may not be pulled for.
+    partner->processor.restartSoftly();
+    return false;
 }
 
 }  // namespace cinder

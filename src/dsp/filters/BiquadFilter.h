@@ -44,10 +44,9 @@ public:
 protected:
     void process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,
                  unsigned flags) noexcept CINDER_REALTIME override;
-    /// Sets the processor's number of sections and schedules coefficients for the next
-    /// `numSamples`.
+    /// Sets the number of sections and schedules coefficients for the next `numSamples`.
     virtual void computeCoefficients(int numSamples,
-                                     BiquadProcessor& processor) noexcept CINDER_REALTIME = 0;
+                                     BiquadProcessor& target) noexcept CINDER_REALTIME = 0;
 
     /// For a filter whose controls move within the block. Every few samples asks
     /// `isDue(position, finely)` whether the coefficients in force no longer do, by a coarse

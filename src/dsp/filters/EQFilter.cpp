@@ -10,6 +10,8 @@ namespace cinder {
 
 namespace {
 
+constexpr float lowestLog2Hz = 0.0f;
+constexpr float highestLog2Hz = 15.0f;
 constexpr float largestGainDb = 30.0f;
 constexpr float smallestQ = 0.025f;
 constexpr float largestQ = 40.0f;
@@ -30,11 +32,16 @@ bool differ(float a, float b) noexcept {
     return std::abs(a - b) > sameValue;
 }
 
+/// A NaN becomes the lower limit.
+float limited(float value, float lowest, float highest) noexcept {
+    return value >= lowest ? std::min(value, highest) : lowest;
+}
+
 }  // namespace
 
 EQFilter::EQFilter(wave::Environment* environment)
     : BiquadFilter(environment, AnalogFilterPrototype::maxSections),
-      frequency(environment, 10.0f, 0.0f, 15.0f),
+      frequency(environment, 10.0f, lowestLog2Hz, highestLog2Hz),
       gain(environment, 0.0f, -largestGainDb, largestGainDb),
       q(environment, 1.0f, smallestQ, largestQ) {
     processor.resetMode = BiquadProcessor::ResetMode::FromFirstInput;
@@ -49,9 +56,7 @@ void EQFilter::propertyChanged(AbstractProperty* property) {
     BiquadFilter::propertyChanged(property);
     if (property == &enabled && !enabled) return;
     designed = none;
-    if (property == &enabled) return;
-    prototypeIsValid = false;
-    processor.restartSoftly();
+    if (property != &enabled) processor.restartSoftly();
 }
 
 void EQFilter::computeCoefficients(int numSamples,
@@ -62,9 +67,9 @@ void EQFilter::computeCoefficients(int numSamples,
     const float* const gains = row.usesGain ? gain.pull(numSamples)->data() : nullptr;
     // Values of other sources are limited like those of the own ones.
     const auto settingsAt = [=](int i) {
-        return Settings{std::max(frequencies[i], 0.0f),
-                        gains ? std::clamp(gains[i], -largestGainDb, largestGainDb) : 0.0f,
-                        std::clamp(qs[i], smallestQ, largestQ)};
+        return Settings{limited(frequencies[i], lowestLog2Hz, highestLog2Hz),
+                        gains ? limited(gains[i], -largestGainDb, largestGainDb) : 0.0f,
+                        limited(qs[i], smallestQ, largestQ)};
     };
     const auto schedule = [&](int count) { target.schedule(coefficients, wetFactor, count); };
 
@@ -100,8 +105,7 @@ void EQFilter::design(const Settings& now) noexcept CINDER_REALTIME {
 
 /// The prototype does not depend on the frequency.
 void EQFilter::updatePrototype(const Settings& now) noexcept CINDER_REALTIME {
-    const bool isSame = now.gainDb == designed.gainDb && now.q == designed.q;
-    if (prototypeIsValid && isSame) return;
+    if (now.gainDb == designed.gainDb && now.q == designed.q) return;
 
     const FilterShapeRow& row = rowOf(shape);
     float gainDb = now.gainDb;
@@ -114,7 +118,6 @@ void EQFilter::updatePrototype(const Settings& now) noexcept CINDER_REALTIME {
     prototype.design(shape, polesOf(slope, shape),
                      std::exp(static_cast<double>(gainDb) * logPerDecibel),
                      designQ(row.qLaw, static_cast<double>(now.q)));
-    prototypeIsValid = true;
 }
 
 }  // namespace cinder

@@ -34,13 +34,13 @@ public:
 
 protected:
     void computeCoefficients(int numSamples,
-                             BiquadProcessor& processor) noexcept CINDER_REALTIME override;
+                             BiquadProcessor& target) noexcept CINDER_REALTIME override;
 
 private:
     struct Settings {
         float log2Hz, gainDb, q;
     };
-    /// No frequency of a design.
+    /// Those of no design.
     static constexpr Settings none = {-1.0f, 0.0f, 0.0f};
 
     bool needsDesign(const Settings& now) const noexcept CINDER_REALTIME;
@@ -48,7 +48,6 @@ private:
     void updatePrototype(const Settings& now) noexcept CINDER_REALTIME;
 
     Settings designed = none;
-    bool prototypeIsValid = false;
     float wetFactor = 1.0f;
     AnalogFilterPrototype prototype;
     BiquadCoefficients coefficients[AnalogFilterPrototype::maxSections];

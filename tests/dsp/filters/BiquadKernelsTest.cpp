@@ -47,21 +47,22 @@ bool haveSameBits(const Channel& a, const Channel& b) {
     return a.out == b.out && std::ranges::equal(a.states, b.states, equal);
 }
 
-/// In long double, from the definition.
+/// From the definition.
 std::vector<float> reference(const Channel& channel, const std::vector<int>& counts) {
     std::vector<float> signal = channel.in;
     for (std::size_t s = 0; s < channel.states.size(); ++s) {
         const BiquadState& start = channel.states[s];
-        std::vector<long double> x = {start.x2, start.x1}, y = {start.y2, start.y1};
+        std::vector<double> x = {start.x2, start.x1}, y = {start.y2, start.y1};
         std::size_t i = 0;
         for (std::size_t run = 0; run < counts.size(); ++run)
             for (int n = 0; n < counts[run]; ++n, ++i) {
                 const BiquadCoefficients& c = channel.coefficients[run][s];
-                x.push_back(signal[i]);
+                x.push_back(static_cast<double>(signal[i]));
                 y.push_back(c.b0 * x[i + 2] + c.b1 * x[i + 1] + c.b2 * x[i] - c.a1 * y[i + 1] -
                             c.a2 * y[i]);
             }
-        std::copy(y.begin() + 2, y.end(), signal.begin());
+        std::transform(y.begin() + 2, y.end(), signal.begin(),
+                       [](double v) { return static_cast<float>(v); });
     }
     return signal;
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <complex>
+#include <limits>
 #include <numeric>
 #include <string>
 
@@ -42,8 +43,6 @@ struct OpenEqualiser : EQFilter {
         environment->render(numSamples, 0);
         return lengths;
     }
-    void restart() { processor.reset(); }
-
     BiquadProcessor own;
 };
 
@@ -128,6 +127,50 @@ TEST_CASE("EQFilter: stays finite and dies away at every frequency, also above h
                     CHECK(peak < 100.0f);
                     if (hz > 1.0f) CHECK(std::abs(out.back()) < 1e-2f);
                 }
+}
+
+TEST_CASE("EQFilter: follows a change of the sample rate, of shape and of slope") {
+    wave::Environment environment;
+    SignalSource source(&environment, impulse(4096));
+    OpenEqualiser filter(&environment);
+    filter.setInput(&source);
+    filter.set(FilterShape::LowPass, FilterSlope::Poles2, 4000.0f, 0.0f, 1.0f);
+    const auto levelAt4kHz = [&](double rate) {
+        filter.reset();
+        return std::abs(transformAt(play(environment, filter, 4096), 2.0 * pi * 4000.0 / rate));
+    };
+    CHECK(levelAt4kHz(44100.0) == doctest::Approx(std::sqrt(0.5)));
+    environment.setSampleRate(96000.0f);
+    CHECK(levelAt4kHz(96000.0) == doctest::Approx(std::sqrt(0.5)));
+    filter.shape = FilterShape::Bell;
+    filter.gain.getParameter().setValue(20.0f, 0.0f);
+    CHECK(levelAt4kHz(96000.0) == doctest::Approx(10.0));
+    filter.shape = FilterShape::LowShelf;
+    CHECK(levelAt4kHz(96000.0) == doctest::Approx(std::sqrt(10.0)));
+    filter.slope = FilterSlope::Poles6;
+    CHECK(levelAt4kHz(96000.0) == doctest::Approx(std::sqrt(10.0)));
+    CHECK(filter.getPrototype().getNumSections() == 3);
+}
+
+TEST_CASE("EQFilter: takes controls beyond its limits as the nearest, and NaN as the lower one") {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const auto playWith = [](float log2Hz, float gainDb, float rawQ) {
+        wave::Environment environment;
+        Rng rng(5);
+        SignalSource source(&environment, rng.noise(512));
+        SignalSource controls[] = {SignalSource(&environment, log2Hz),
+                                   SignalSource(&environment, gainDb),
+                                   SignalSource(&environment, rawQ)};
+        EQFilter filter(&environment);
+        filter.setInput(&source);
+        filter.frequency.setSource(&controls[0]);
+        filter.gain.setSource(&controls[1]);
+        filter.q.setSource(&controls[2]);
+        return play(environment, filter, 512);
+    };
+    CHECK(playWith(-3.0f, 36.0f, 0.0f) == playWith(0.0f, 30.0f, 0.025f));
+    CHECK(playWith(80.0f, -36.0f, 1e9f) == playWith(15.0f, -30.0f, 40.0f));
+    CHECK(playWith(nan, nan, nan) == playWith(0.0f, -30.0f, 0.025f));
 }
 
 TEST_CASE("EQFilter: fades out below 0.05 dB, and at 0 dB its input is handed on") {
@@ -268,10 +311,10 @@ TEST_CASE("EQFilter: a change of shape starts from the first input, but not afte
     play(environment, filter, 64);
     filter.shape = FilterShape::LowPass;
     for (const float y : play(environment, filter, 512))
-        CHECK(y == doctest::Approx(1.0f).epsilon(1e-6));
+        CHECK(y == doctest::Approx(1.0).epsilon(1e-6));
     filter.slope = FilterSlope::Poles12;
     for (const float y : play(environment, filter, 512))
-        CHECK(y == doctest::Approx(1.0f).epsilon(1e-5));
+        CHECK(y == doctest::Approx(1.0).epsilon(1e-5));
 
     filter.reset();
     filter.slope = FilterSlope::Poles4;

@@ -146,6 +146,49 @@ TEST_CASE("Linked filters: come apart while one is off, and find together, to th
     }
 }
 
+TEST_CASE("Linked filters: one that nobody pulls while both are off starts anew afterwards") {
+    Rng rng(4);
+    PairRig rig(rng, LinkMode::Shared, {9.0f});
+    const auto setEnabled = [&](bool isEnabled) {
+        for (int c = 0; c < 2; ++c) {
+            rig.linked[c].enabled = isEnabled;
+            rig.plain[c].enabled = isEnabled;
+        }
+    };
+    CHECK(rig.agree(64, 0));
+    setEnabled(false);
+    for (int i = 0; i < 14; ++i)  // until the fade has ended, in a block that both run
+        CHECK(rig.agree(64, 0));
+    for (int i = 0; i < 5; ++i) {
+        rig.environment.beginBlock();
+        rig.linked[0].pull(64);
+        rig.plain[0].pull(64);
+        rig.environment.render(64, 0);
+    }
+    setEnabled(true);
+    for (int i = 0; i < 20; ++i)
+        CHECK(rig.agree(64, 0));
+}
+
+TEST_CASE("Linked filters: a link made in the middle of a cycle waits for the next") {
+    Rng rng(6);
+    PairRig rig(rng, LinkMode::None, {9.0f});
+    for (int block = 0; block < 3; ++block) {
+        rig.environment.beginBlock();
+        for (EQFilter* filters : {rig.linked, rig.plain}) {
+            const float* const first = filters[1].pull(64)->data();
+            const std::vector<float> before(first, first + 64);
+            if (filters == rig.linked) filters[0].link(LinkMode::Shared);
+            filters[0].pull(64);
+            CHECK(std::equal(before.begin(), before.end(), first));
+        }
+        const float* const out = rig.linked[0].getOutput()->data();
+        CHECK(std::equal(out, out + 64, rig.plain[0].getOutput()->data()));
+        rig.environment.render(64, 0);
+        rig.linked[0].unlink();
+    }
+}
+
 TEST_CASE("Linked filters: a link that was cleared does not come back, nor one to what is gone") {
     Rng rng(2);
     PairRig rig(rng, LinkMode::Shared, {9.0f});
