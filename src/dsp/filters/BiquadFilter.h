@@ -8,7 +8,7 @@
 namespace cinder {
 
 /// A filter of second-order sections that can be switched off and on, and run in pairs. A derived
-/// class says what the coefficients are.
+/// class says what the coefficients are, and hands on the property changes that are not its own.
 /// Shape   one channel. Switched off it hands its input on and costs nothing. The filters of two
 ///         channels that are partners and linked run as two lanes: the one pulled first in a cycle
 ///         pulls the other's input as well, and the other's output is ready when it is pulled

@@ -25,17 +25,20 @@ CINDER_LANES double mulAdd(double a, double b, double c) {
 #endif
 }
 
+template <class V>
+struct FourOf {
+    V at[4];
+};
+
 /// How the samples of the lanes lie in vectors: V has one sample of each lane, a Group the next
-/// four. Conversions go by the group, which takes the fewest shuffles.
+/// four.
 template <int numLanes>
 struct Samples;
 
 template <>
 struct Samples<1> {
     using V = double;
-    struct Group {
-        V at[4];
-    };
+    using Group = FourOf<V>;
 
     template <class Of>
     static CINDER_LANES V gather(Of of) {
@@ -59,17 +62,12 @@ struct Samples<1> {
         for (int i = 0; i < 4; ++i)
             store(g.at[i], lanes, at + i);
     }
-    static CINDER_LANES Group rounded(const Group& g) {
-        return {rounded(g.at[0]), rounded(g.at[1]), rounded(g.at[2]), rounded(g.at[3])};
-    }
 };
 
 template <>
 struct Samples<2> {
     using V = DoubleLanes<2>;
-    struct Group {
-        V at[4];
-    };
+    using Group = FourOf<V>;
 
     template <class Of>
     static CINDER_LANES V gather(Of of) {
@@ -103,9 +101,6 @@ struct Samples<2> {
             narrowed(shuffle<0, 2>(g.at[i], g.at[i + 1])).store(lanes[0].output + at + i);
             narrowed(shuffle<1, 3>(g.at[i], g.at[i + 1])).store(lanes[1].output + at + i);
         }
-    }
-    static CINDER_LANES Group rounded(const Group& g) {
-        return {rounded(g.at[0]), rounded(g.at[1]), rounded(g.at[2]), rounded(g.at[3])};
     }
 
 private:
@@ -179,9 +174,10 @@ CINDER_LANES void cascade(const BiquadLane* lanes, const BiquadRun* runs, int nu
         for (; at + 4 <= end; at += 4) {
             auto group = S::loadGroup(lanes, at);
             for (int s = 0; s < count; ++s) {
-                if (s > 0) group = S::rounded(group);
-                group = {sections[s].advance(group.at[0]), sections[s].advance(group.at[1]),
-                         sections[s].advance(group.at[2]), sections[s].advance(group.at[3])};
+                const auto next = [&](int i) __attribute__((always_inline)) {
+                    return sections[s].advance(s > 0 ? S::rounded(group.at[i]) : group.at[i]);
+                };
+                group = {next(0), next(1), next(2), next(3)};
             }
             S::storeGroup(group, lanes, at);
         }
