@@ -87,6 +87,7 @@ void FloatParameter::setRange(float newMinimum, float newMaximum,
     target = limited;
     rampStart = limited;
     rampPosition = 0;
+    rampLength = 0;
     rampStep = 0.0f;
     valueBlock.filled = 0;
 }

@@ -361,6 +361,7 @@ TEST_CASE("FloatParameter: new limits pull the target in at once, and set the sc
         knob->setRange(c.minimum, c.maximum, c.range);
         CHECK(knob->getRange() == c.expectedRange);
         CHECK(knob->getTarget() == c.target);
+        CHECK(knob->isRamping() == (c.target == 0.75f));
         if (c.target != 0.75f) CHECK(knob.run(100) == std::vector<float>(100, c.target));
         knob.run(1000);
         knob->assign(c.maximum);
