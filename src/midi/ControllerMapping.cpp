@@ -32,7 +32,7 @@ void ControllerMapping::set(int controller, std::int32_t target) {
 }
 
 void ControllerMapping::assign(int controller, std::int32_t target) {
-    if (controller != none && targetOf(controller) == target) return;
+    if (controller != none && (!isController(controller) || targetOf(controller) == target)) return;
     const UpdateBracket bracket(*this);
     set(controllerOf(target), none);
     set(controller, target);

@@ -52,9 +52,12 @@ TEST_CASE("ControllerMapping: one event a bracket, none where nothing changes") 
 
 TEST_CASE("ControllerMapping: numbers out of range have no entry") {
     ControllerMapping mapping;
+    mapping.set(20, 2);
     for (const int number : {-2, 128, 1 << 30}) {
         mapping.set(number, 1);
         CHECK(mapping.targetOf(number) == ControllerMapping::none);
+        mapping.assign(number, 2);  // learnt from a broken message
+        CHECK(mapping.controllerOf(2) == 20);
     }
     CHECK(mapping.controllerOf(1) == ControllerMapping::none);
 }
