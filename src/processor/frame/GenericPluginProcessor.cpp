@@ -117,9 +117,10 @@ void GenericPluginProcessor::setBypass(bool value, int index) noexcept CINDER_RE
 }
 
 void GenericPluginProcessor::setTransport(float tempo, float position) noexcept CINDER_REALTIME {
-    if (!std::isfinite(tempo) || !std::isfinite(position)) return;
+    // Infinite as well where a finite tempo is absurd; the own clock would never recover from it.
+    const float samplesTimesTempo = static_cast<float>(lastBlockSize) * tempo;
+    if (!std::isfinite(samplesTimesTempo) || !std::isfinite(position)) return;
     if (std::abs(position - lastHostPosition) <= sameValue) {
-        const float samplesTimesTempo = static_cast<float>(lastBlockSize) * tempo;
         songPosition += static_cast<double>(samplesTimesTempo) * (1.0 / 60.0) /
                         static_cast<double>(environment->getSampleRate());
         songPosition = wrappedBeats(songPosition);

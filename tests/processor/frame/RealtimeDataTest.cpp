@@ -131,8 +131,10 @@ TEST_CASE("Transport: an own clock runs while the host's position stands still")
     processor.setTransport(120.0f, -4.0f);
     CHECK(processor.getSongPosition() == 252.0);
 
+    process(64);
     processor.setTransport(std::numeric_limits<float>::quiet_NaN(), 8.0f);
     processor.setTransport(120.0f, std::numeric_limits<float>::infinity());
+    processor.setTransport(3e38f, -4.0f);
     CHECK(processor.getSongPosition() == 252.0);
     processor.reset();
     CHECK(processor.getSongPosition() == 0.0);
