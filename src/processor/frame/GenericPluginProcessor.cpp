@@ -50,7 +50,6 @@ GenericPluginProcessor::~GenericPluginProcessor() {
 
 void GenericPluginProcessor::initialize() {
     const ScopedLock lock(instanceLock());
-    if (liveProcessors == 0) createSharedTables();
     environment = std::make_unique<wave::Environment>();
     environment->sampleRateChanged.setMainHandler(
         NotifyEvent::makeHandler(this, &GenericPluginProcessor::rateChanged));
@@ -61,7 +60,9 @@ void GenericPluginProcessor::initialize() {
     reserveRealtimeSources();
     if (features & keepsMidiQueue)
         midiOutQueue = std::make_unique<LockFreeQueue<TimedMidiEvent>>(32, 32);
-    ++liveProcessors;  // last: what has thrown is not alive
+    // Last: what has thrown is not alive, and would never free the tables.
+    if (liveProcessors == 0) createSharedTables();
+    ++liveProcessors;
 }
 
 void GenericPluginProcessor::releaseSharedTables() {

@@ -4,6 +4,7 @@
 #include <cfenv>
 #include <cmath>
 #include <cstring>
+#include <new>
 
 #include "core/platform/Denormals.h"
 #include "processor/frame/TestProcessor.h"
@@ -233,6 +234,18 @@ TEST_CASE("Frame: the first one alive makes the shared tables, the last one free
         }
         CHECK(TestProcessor::tablesAlive == 1);
     }
+    CHECK(TestProcessor::tablesAlive == 0);
+
+    struct Failing final : GenericPluginProcessor {
+        Failing() : GenericPluginProcessor(stereoLayout) {}
+        std::unique_ptr<AbstractMusicEventReceiver> createEventReceiver() override {
+            throw std::bad_alloc();
+        }
+        void createSharedTables() override { ++TestProcessor::tablesAlive; }
+        void destroySharedTables() override { --TestProcessor::tablesAlive; }
+        Initialized initialized{this};
+    };
+    CHECK_THROWS_AS(Failing(), std::bad_alloc);
     CHECK(TestProcessor::tablesAlive == 0);
 }
 
