@@ -18,6 +18,7 @@ constexpr int pieceFrames = 4096;
 template <typename Pointer, typename Piece>
 std::vector<Pointer> pointersInto(Piece& piece, int offset) {
     std::vector<Pointer> pointers;
+    pointers.reserve(piece.size());
     for (auto& channel : piece)
         pointers.push_back(channel.data() + offset);
     return pointers;

@@ -2,6 +2,7 @@
 
 #include "distortion/curves/Clip.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <span>
@@ -33,16 +34,12 @@ inline constexpr std::array<ParameterRow, 5> shaperParameterRows = {{
     {"Bypass", "", 0.0f, 1.0f, 0.0f, switchNames, "1 lets the input through"},
 }};
 
-/// A stepped row has as many choices as steps, and every default lies in its range.
-constexpr bool isWhole(std::span<const ParameterRow> rows) {
-    for (const ParameterRow& row : rows) {
-        if (!(row.minimum <= row.defaultValue && row.defaultValue <= row.maximum)) return false;
-        if (row.choices.empty()) continue;
-        const auto steps = static_cast<std::size_t>(row.maximum) + 1;
-        if (row.minimum != 0.0f || row.choices.size() != steps) return false;
-    }
-    return true;
+/// The default lies in the range, and a stepped row has as many choices as steps.
+constexpr bool isWhole(const ParameterRow& row) {
+    if (!(row.minimum <= row.defaultValue && row.defaultValue <= row.maximum)) return false;
+    if (row.choices.empty()) return true;
+    return row.minimum == 0.0f && row.choices.size() == static_cast<std::size_t>(row.maximum) + 1;
 }
-static_assert(isWhole(shaperParameterRows));
+static_assert(std::ranges::all_of(shaperParameterRows, isWhole));
 
 }  // namespace cinder
