@@ -131,13 +131,16 @@ protected:
     /// The life of the frame within its product: a member behind the parameters and in front of the
     /// graph. Its constructor builds the environment, the queues' readers and the bypass, and the
     /// tables that all products share if this is the first one alive. When it goes, the graph
-    /// behind it has gone already, and the last one alive frees the tables.
+    /// behind it has gone already; the channels go now, and the last one alive frees the tables.
     class Initialized {
     public:
         explicit Initialized(GenericPluginProcessor* processor) : processor(processor) {
             processor->initialize();
         }
-        ~Initialized() { processor->releaseSharedTables(); }
+        ~Initialized() {
+            processor->deleteChannels();
+            processor->releaseSharedTables();
+        }
         Initialized(const Initialized&) = delete;
         Initialized& operator=(const Initialized&) = delete;
 

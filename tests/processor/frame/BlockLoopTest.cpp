@@ -236,6 +236,17 @@ TEST_CASE("Frame: the first one alive makes the shared tables, the last one free
     }
     CHECK(TestProcessor::tablesAlive == 0);
 
+    // What a product keeps in its channels may use the tables to the last.
+    struct UsesTables final : GenericPluginProcessor::Channel {
+        using Channel::Channel;
+        ~UsesTables() override { CHECK(TestProcessor::tablesAlive == 1); }
+    };
+    struct Product final : TestProcessor {
+        Product() { addChannel(std::make_unique<UsesTables>(this)); }
+    };
+    { Product product; }
+    CHECK(TestProcessor::tablesAlive == 0);
+
     struct Failing final : GenericPluginProcessor {
         Failing() : GenericPluginProcessor(stereoLayout) {}
         std::unique_ptr<AbstractMusicEventReceiver> createEventReceiver() override {
