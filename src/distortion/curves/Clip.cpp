@@ -12,8 +12,9 @@ namespace {
 
 // 0 below a signal of -12.5, 0.5 for none: the fold is a polynomial of order 5 in its square.
 double softFold(double s) noexcept {
-    const double f = std::max(s * 0.04 + 0.5, 0.0);
-    const double g = std::clamp((f * f - 0.25) * 2.4038448, -1.0, 1.0);
+    // With f = s * 0.04 + 0.5 this is f^2 - 0.25 as a product: no digits are lost next to 0.
+    const double e = std::max(s * 0.04, -0.5);
+    const double g = std::clamp(e * (e + 1.0) * 2.4038448, -1.0, 1.0);
     return 15.0 * g - 5.0 * g * g * g;
 }
 

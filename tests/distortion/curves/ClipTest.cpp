@@ -98,6 +98,16 @@ TEST_CASE("clip: 0, NaN and infinity, and numbers without a curve") {
     CHECK(clip(-infinity, softFoldCurve, 1.0f, 1.0f) == doctest::Approx(-7.92922));
 }
 
+TEST_CASE("clip: next to 0 every curve is a straight line") {
+    for (int curve = 0; curve < numCurves; ++curve)
+        for (const float sign : {1.0f, -1.0f}) {
+            INFO(std::string(curveNames[curve]) << ", sign " << sign);
+            const float near = clip(sign * 1e-10f, curve, 1.0f, 0.5f);
+            const float nearer = clip(sign * 1e-30f, curve, 1.0f, 0.5f);
+            CHECK(nearer / near * 1e20f == doctest::Approx(1.0f).epsilon(1e-6));
+        }
+}
+
 TEST_CASE("tube: its three pieces meet within the rounding of a float") {
     for (const double seam : {-1.754818, 0.320018}) {
         INFO("at " << seam);
