@@ -6,8 +6,9 @@ namespace cinder::simd::CINDER_SIMD_SET {
 
 /// Two registers that go through the same steps side by side. A function that is one long chain of
 /// dependent operations leaves most of the processor waiting; with a second chain beside it, the
-/// one runs while the other waits. Shape   L is Lanes or IntLanes; the operators are those of L for
-/// both Errors  none; each lane has the bits that L would give
+/// one runs while the other waits.
+/// Shape   L is Lanes or IntLanes; the operators are those of L for both
+/// Errors  none; each lane has the bits that L would give
 template <class L>
 struct Pair {
     using Value = typename L::Value;

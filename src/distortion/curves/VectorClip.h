@@ -8,9 +8,8 @@ namespace cinder {
 // Each computes clip of its curve for every sample.
 //
 // Shape   any n from 0, any alignment; out may be in
-// Range   in anything; 0 and NaN give 0, infinity the limit of the curve, see Clip.h.
-// docs/curves.md
-//         has the largest difference to clip for each of them
+// Range   in anything; 0 and NaN give 0, infinity the limit of the curve, see Clip.h. The file
+//         docs/curves.md has the largest difference to clip for each of them
 // State   none: the same bits for any cut of the block; the last bits may differ between
 //         processors with and without a fused product
 
