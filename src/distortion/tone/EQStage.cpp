@@ -1,0 +1,17 @@
+#include "distortion/tone/EQStage.h"
+
+namespace cinder {
+
+EQStage::EQStage(wave::Environment* environment)
+    : Filter(environment, true),
+      inputForwarder(environment, this),
+      filters(environment, &inputForwarder, maxFilters) {}
+
+void EQStage::process(wave::BasicBlock<float>*, wave::BasicBlock<float>*, int numSamples,
+                      unsigned) noexcept CINDER_REALTIME {
+    wave::Producer& last = filters.getOutput();
+    passOn(last.pull(numSamples));
+    setConstant(last.isConstant());
+}
+
+}  // namespace cinder
