@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+
+#include "core/simd/KernelTable.h"
+
+namespace cinder {
+
+struct NoiseInputs {
+    const float* signal;
+    const float* level;
+    const float* gain;
+    float lowestGain;  // up to which a signal of 0 gets no noise
+};
+
+struct NoiseKernels {
+    /// out = signal + noise * level * gain, for any n; out is none of the inputs. Answers with the
+    /// seed behind the 2 n numbers it has used.
+    std::uint32_t (*addNoise)(const NoiseInputs& in, float* out, int n,
+                              std::uint32_t seed) noexcept;
+};
+
+CINDER_KERNELS(NoiseKernels, noiseKernels)
+
+}  // namespace cinder
