@@ -34,12 +34,14 @@ std::int32_t holdSamplesOf(float d, float longest) noexcept CINDER_REALTIME {
 struct BitCrusher::Crushing {
     std::int32_t holdSamples;
     double scale;
+    double inverseScale;
     float limit;
     bool isLimited;
 
     /// In double: at full depth a float would have no bit left for the half.
     float of(float x) const noexcept CINDER_REALTIME {
-        const auto y = static_cast<float>(floorOf(scale * static_cast<double>(x) + 0.5) / scale);
+        const auto y =
+            static_cast<float>(floorOf(scale * static_cast<double>(x) + 0.5) * inverseScale);
         return isLimited ? std::copysign(std::min(std::abs(y), limit), y) : y;
     }
 };
@@ -59,7 +61,7 @@ BitCrusher::Crushing BitCrusher::crushingAt(float d) const noexcept CINDER_REALT
     double scale = fullScale;
     if (!isFull)
         scale *= std::exp2(-std::sqrt(static_cast<double>(d)) * static_cast<double>(lostBits));
-    return {holdSamplesOf(d, maxHoldSamples), scale, 1.0f - d * 0.75f, limitOutput};
+    return {holdSamplesOf(d, maxHoldSamples), scale, 1.0 / scale, 1.0f - d * 0.75f, limitOutput};
 }
 
 void BitCrusher::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/simd/BlockMath.h"
-#include "distortion/drive/Drive.h"
+#include "distortion/drive/GainKernels.h"
 
 namespace cinder {
 
@@ -30,12 +30,17 @@ void FunctionTableClipper::leave(float* samples, int numSamples) noexcept CINDER
 void FunctionTableClipper::applyGain(const FunctionTable& gainOfDrive, const float* in, float* out,
                                      int numSamples) noexcept CINDER_REALTIME {
     const float* const drives = drive.pull(numSamples)->data();
-    if (drive.isConstant()) {
-        simd::scale(in, gainOfDrive.lookup(limitedDrive(drives[0])), out, numSamples);
+    const GainTable table = {gainOfDrive.values.data(), gainOfDrive.scale, gainOfDrive.size - 1};
+    if (!drive.isConstant()) {
+        gainKernels->applyTable(table, drives, in, out, numSamples);
         return;
     }
-    for (int i = 0; i < numSamples; ++i)
-        out[i] = in[i] * gainOfDrive.lookup(limitedDrive(drives[i]));
+    // By the same function as the moving ones: where in a block a drive comes to rest must not
+    // show.
+    constexpr float one = 1.0f;
+    float gain = 0.0f;
+    gainKernels->applyTable(table, drives, &one, &gain, 1);
+    simd::scale(in, gain, out, numSamples);
 }
 
 }  // namespace cinder

@@ -12,7 +12,6 @@ namespace {
 using test::pullPieces;
 using test::Rng;
 using test::Signal;
-using test::turn;
 
 std::vector<float> crush(const std::vector<float>& samples, const std::vector<float>& drives,
                          float bitDepth, bool limitOutput, const std::vector<int>& pieces) {
@@ -85,18 +84,6 @@ TEST_CASE("BitCrusher: holds every sample as long as the drive says, and is clea
     const std::vector<float> fine = {0x1p-23f, 0x1.8p-23f, 0x1p-25f, -0x1p-24f, 1.0f + 0x1p-23f};
     CHECK(crush(fine, {0.0f}, 24.0f, false, {5}) ==
           std::vector<float>{0x1p-23f, 0x1p-22f, 0.0f, 0.0f, 1.0f + 0x1p-23f});
-}
-
-TEST_CASE("BitCrusher: a reset takes the next sample anew") {
-    wave::Environment environment;
-    Signal input(&environment, {1.0f, 2.0f, 3.0f, 4.0f});
-    BitCrusher crusher(&environment);
-    crusher.setInput(&input);
-    turn(crusher.drive, 1.0f);
-    crusher.bitDepth = 24.0f;
-    CHECK(pullPieces(environment, crusher, {2}) == std::vector<float>{1.0f, 1.0f});
-    environment.reset(wave::Environment::ResetMode::All);
-    CHECK(pullPieces(environment, crusher, {2}) == std::vector<float>{3.0f, 3.0f});
 }
 
 }  // namespace
