@@ -1,0 +1,92 @@
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "distortion/styles/BandRig.h"
+
+namespace cinder {
+namespace {
+
+using test::allStyles;
+using test::BandRig;
+using test::play;
+using enum StyleId;
+
+float largestStep(const std::vector<float>& samples) {
+    float largest = 0.0f;
+    for (std::size_t i = 1; i < samples.size(); ++i)
+        largest = std::max(largest, std::abs(samples[i] - samples[i - 1]));
+    return largest;
+}
+
+TEST_CASE("Style change: where the switches fade no step is above the signal's own") {
+    // At drive 0 and this level all curves are near to straight, and what is left is the fade.
+    constexpr float peak = 0.05f;
+    std::vector<float> samples;
+    for (int i = 0; i < 4410; ++i)
+        samples.push_back(peak * std::sin(0.02849517f * static_cast<float>(i)));  // 200 Hz
+    constexpr StyleId path[] = {CleanTape, Smudge, Destroy, Smudge, GentleSaturation, Smudge};
+    for (const int factor : {1, 8}) {
+        BandRig rig({samples}, 44100.0f, factor);
+        wave::Producer& band = rig.channels[0]->cabinet;
+        rig.set(path[0], 0.0f);
+        play(rig.environment, band, 300, 100);  // the converters begin from silence
+        std::vector<float> out;
+        for (const StyleId style : path) {
+            rig.set(style, 0.0f);
+            const auto more = play(rig.environment, band, 3000, 100);
+            out.insert(out.end(), more.begin(), more.end());
+        }
+        INFO("factor " << factor);
+        CHECK(largestStep(out) < 1.05f * largestStep(samples));
+    }
+}
+
+TEST_CASE("Style change: a stage that comes back has forgotten what it heard") {
+    std::vector<float> samples(20000, 0.8f);
+    samples.resize(200000);
+    for (const StyleId style : {Smudge, Destroy}) {
+        BandRig rig({samples});
+        wave::Producer& band = rig.channels[0]->cabinet;
+        rig.set(style, 1.0f);
+        play(rig.environment, band, 10000);
+        rig.set(CleanTape, 0.0f);
+        play(rig.environment, band, 100000);
+        rig.set(style, 1.0f);
+        INFO("style " << static_cast<int>(style));
+        for (const float x : play(rig.environment, band, 60000))
+            REQUIRE(x == 0.0f);
+    }
+}
+
+TEST_CASE("DistortionController: a style that is not there is neutral and has no cabinet") {
+    BandRig rig({{0.5f, -0.25f}});
+    BandRig::Channel& channel = *rig.channels[0];
+    rig.set(ScreamingAmp, 0.0f);
+    CHECK(channel.cabinet.getCount() == 3);
+    CHECK(channel.cabinet.getNumTaps() == 4);
+    for (const int nowhere : {-1, 16, 1 << 30}) {
+        rig.controller.style = nowhere;
+        play(rig.environment, channel.cabinet, 64);
+        CHECK(channel.cabinet.getOutput() == channel.distortion.getOutput());
+        rig.controller.style = static_cast<int>(LeadAmp);
+    }
+    CHECK(channel.cabinet.getCount() == 4);
+}
+
+TEST_CASE("DistortionController: applies the style at hand when its entry is added") {
+    BandRig rig({std::vector<float>{0.5f}});
+    CabinetProcessor cabinet(&rig.environment);
+    DistortionController controller;
+    controller.style = 1;
+    controller.addProcessors(nullptr, &cabinet);
+    const CinderCabinetStyle box(cabinetRecipes[0]);
+    controller.addStyle(nullptr, &box);
+    CHECK(cabinet.getCount() == 0);
+    controller.addStyle(nullptr, &box);
+    CHECK(cabinet.getCount() == 4);
+}
+
+}  // namespace
+}  // namespace cinder
