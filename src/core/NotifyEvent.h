@@ -60,8 +60,9 @@ public:
     /// The main handler first, then the further ones from the last to the first.
     void fire(Argument argument) {
         ++firingDepth;
+        std::size_t i = handlers.size();  // before the main handler, which may add some
         if (mainHandler) mainHandler->call(argument);
-        for (std::size_t i = handlers.size(); i-- > 0;)
+        while (i-- > 0)
             if (!handlers[i].isRemoved) handlers[i].handler->call(argument);
         if (--firingDepth == 0) dropRemoved();
     }
