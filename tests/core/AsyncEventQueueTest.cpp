@@ -23,28 +23,16 @@ bool isReadable(const AsyncEventQueue& queue, int timeoutMs = 0) {
 
 }  // namespace
 
-TEST_CASE("AsyncEventQueue: many posts, one wake-up, order kept") {
+TEST_CASE("AsyncEventQueue: one wake-up for many posts, and none for those of the audio thread") {
     const auto queue = AsyncEventQueue::create();
     Events seen;
-    queue->post(3, -1);  // before there is a handler it waits
-    CHECK(queue->dispatch() == 0);
+    queue->post(3, -1);
+    CHECK(queue->dispatch() == 0);  // before there is a handler it waits
     queue->setHandler([&](int event, int argument) { seen.emplace_back(event, argument); });
     CHECK(isReadable(*queue));
-    for (int i = 0; i < 1000; ++i)
-        queue->post(2, i);
-    CHECK(seen.empty());
-    CHECK(queue->dispatch() == 1001);
+    queue->post(2, 0);
+    CHECK(queue->dispatch() == 2);
     CHECK_FALSE(isReadable(*queue));
-    REQUIRE(seen.size() == 1001);
-    CHECK(seen[0] == std::pair(3, -1));
-    for (int i = 0; i < 1000; ++i)
-        if (seen[static_cast<std::size_t>(i) + 1] != std::pair(2, i)) FAIL("event " << i);
-}
-
-TEST_CASE("AsyncEventQueue: a post from the audio thread waits for the owner's next look") {
-    const auto queue = AsyncEventQueue::create();
-    Events seen;
-    queue->setHandler([&](int event, int argument) { seen.emplace_back(event, argument); });
     const auto report = guarded([&] { queue->postFromAudio(1, 10); });
     CHECK_MESSAGE(report.isClean(), report);
     CHECK_FALSE(isReadable(*queue));
@@ -53,25 +41,10 @@ TEST_CASE("AsyncEventQueue: a post from the audio thread waits for the owner's n
     CHECK(queue->dispatch() == 2);
     queue->postFromAudio(1, 12);
     CHECK(queue->dispatch() == 1);
-    CHECK(seen == Events{{1, 10}, {1, 11}, {1, 12}});
+    CHECK(seen == Events{{3, -1}, {2, 0}, {1, 10}, {1, 11}, {1, 12}});
 }
 
-TEST_CASE("AsyncEventQueue: what a handler posts waits for the next dispatch") {
-    const auto queue = AsyncEventQueue::create();
-    int calls = 0;
-    queue->setHandler([&](int event, int argument) {
-        ++calls;
-        queue->post(event, argument + 1);
-    });
-    queue->post(0, 0);
-    for (int round = 1; round <= 5; ++round) {
-        CHECK(isReadable(*queue));
-        CHECK(queue->dispatch() == 1);
-        CHECK(calls == round);
-    }
-}
-
-TEST_CASE("AsyncEventQueue: a handler may run a loop that dispatches") {
+TEST_CASE("AsyncEventQueue: what a handler posts waits, unless it runs a loop that dispatches") {
     const auto queue = AsyncEventQueue::create();
     std::vector<int> seen;
     queue->setHandler([&](int, int argument) {
@@ -80,13 +53,15 @@ TEST_CASE("AsyncEventQueue: a handler may run a loop that dispatches") {
             queue->post(0, 3);
             CHECK(queue->dispatch() == 3);
         }
+        if (argument >= 3) queue->post(0, argument + 1);
     });
     for (int i = 0; i < 3; ++i)
         queue->post(0, i);
-    CHECK(queue->dispatch() == 1);
-    CHECK(seen == std::vector<int>{0, 1, 2, 3});
-    queue->post(0, 4);
-    CHECK(queue->dispatch() == 1);
+    for (int round = 0; round < 3; ++round) {
+        CHECK(isReadable(*queue));
+        CHECK(queue->dispatch() == 1);
+    }
+    CHECK(seen == std::vector<int>{0, 1, 2, 3, 4, 5});
 }
 
 TEST_CASE("AsyncEventQueue: posts of four threads reach the owner's thread, each in its order") {

@@ -18,16 +18,11 @@ void atWidth(const T* a, const T* b, const T* c, T* out, Operation operation) {
         operation(L::load(a + i), L::load(b + i), L::load(c + i)).store(out + i);
 }
 
-template <class T, class Operation>
-void atEveryWidth(const T* a, const T* b, const T* c, T* out, Operation operation) {
+template <auto operation>
+void floats(const float* a, const float* b, const float* c, float* out) noexcept {
     atWidth<4>(a, b, c, out, operation);
     atWidth<8>(a, b, c, out + numValues, operation);
     atWidth<16>(a, b, c, out + 2 * numValues, operation);
-}
-
-template <auto operation>
-void floats(const float* a, const float* b, const float* c, float* out) noexcept {
-    atEveryWidth(a, b, c, out, operation);
 }
 
 void doubles(const double* a, const double* b, const double* c, double* out) noexcept {
@@ -54,7 +49,6 @@ void block(const float* in, float* out, int n) noexcept {
 
 constinit const LanesTestKernels lanesTestKernels = {
     .mulAdd = floats<[](auto a, auto b, auto c) { return mulAdd(a, b, c); }>,
-    .mulAddDouble = doubles,
     .squareRoot = floats<[](auto a, auto, auto) { return sqrt(abs(a)); }>,
     .smaller = floats<[](auto a, auto b, auto) { return min(a, b); }>,
     .larger = floats<[](auto a, auto b, auto) { return max(a, b); }>,
@@ -64,8 +58,9 @@ constinit const LanesTestKernels lanesTestKernels = {
         // What lies outside the range of int is kept out, NaN among it.
         return toFloat(truncate(min(max(a, decltype(a)(-1e6f)), decltype(a)(1e6f))));
     }>,
-    .broadcast = floats<[](auto a, auto, auto) { return decltype(a)(a[0]); }>,
+    .minusZero = floats<[](auto a, auto, auto) { return decltype(a)(-0.0f); }>,
     .interleaved = interleaved,
+    .mulAddDouble = doubles,
 #if defined(__FMA__) || defined(__aarch64__)
     .hasFusedProduct = true,
 #else
