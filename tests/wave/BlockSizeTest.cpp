@@ -44,48 +44,35 @@ TEST_CASE("AlignedBuffer: aligned, padded, and what is new is zero") {
         INFO("size " << size);
         buffer.resize(size);
         CHECK(buffer.size() == size);
-        if (size <= 0) {
-            CHECK(buffer.data() == nullptr);
-            kept.clear();
-            continue;
-        }
+        kept.resize(static_cast<std::size_t>(std::max(size, 0)));
+        if (size <= 0) CHECK(buffer.data() == nullptr);
         CHECK(reinterpret_cast<std::uintptr_t>(buffer.data()) % 32 == 0);
-        kept.resize(static_cast<std::size_t>(size));
         CHECK(std::equal(kept.begin(), kept.end(), buffer.data()));
         // Up to the next multiple of 32 bytes it may be written: a sanitizer watches.
-        std::fill_n(buffer.data(), (size + 7) / 8 * 8, 9.0f);
+        std::fill_n(buffer.data(), std::max(size + 7, 0) / 8 * 8, 9.0f);
         std::iota(kept.begin(), kept.end(), 1.0f);
         std::copy(kept.begin(), kept.end(), buffer.data());
-        buffer.resize(size);
-        CHECK(std::equal(kept.begin(), kept.end(), buffer.data()));
     }
 }
 
-TEST_CASE(
-    "Variable block size: blocks follow and keep their meaning, those of a fixed size do not") {
+TEST_CASE("Variable block size: blocks follow and keep their meaning, fixed ones do not") {
     VariableEnvironment environment;
     {
-        test::ClockSource source(&environment);
         ConstValueBlock constant(&environment, 0.25f);
         BasicBlock<double> doubles(&environment);
         BasicBlock<float> fixed(1024);
         FloatParameter parameter(&environment, 0.5f);
         bool isConstant = false;
-        parameter.render(256, &isConstant);
         for (int size : {512, 64, 1000, 1, 256}) {
             INFO("size " << size);
             environment.setMaxBlockSize(size);
-            CHECK(environment.getZeroBlock()->size() == size);
-            CHECK(environment.getZeroBlock()->data()[size - 1] == 0.0f);
             CHECK(doubles.size() == size);
             CHECK(fixed.size() == 1024);
-            const auto isQuarter = [](float x) { return x == 0.25f; };
-            CHECK(std::all_of(constant.data(), constant.data() + size, isQuarter));
-            const float* values = parameter.render(size, &isConstant)->data();
-            CHECK(std::all_of(values, values + size, [](float x) { return x == 0.5f; }));
-            test::runCycle(environment, size, {&source});
-            CHECK(source.getOutput()->data()[0] + static_cast<float>(size - 1) ==
-                  source.getOutput()->data()[size - 1]);
+            const float* const silence = environment.getZeroBlock()->data();
+            const float* const values = parameter.render(size, &isConstant)->data();
+            CHECK(std::count(silence, silence + size, 0.0f) == size);
+            CHECK(std::count(constant.data(), constant.data() + size, 0.25f) == size);
+            CHECK(std::count(values, values + size, 0.5f) == size);
         }
     }
     CHECK(environment.numListeners() == 1);
@@ -95,8 +82,7 @@ TEST_CASE("Variable block size: a delay stays inside its ring, and is right agai
     test::Rng rng = test::Rng::fromEnvironment();
     VariableEnvironment environment;
     Delay delay(&environment, 100);
-    Delay readingAhead(&environment, 100);
-    readingAhead.setReadAhead(7);
+    delay.setReadAhead(7);
     std::vector<float> block(2048), out(2048);
     float next = 1.0f;
     for (int round = 0; round < 200; ++round) {
@@ -104,12 +90,8 @@ TEST_CASE("Variable block size: a delay stays inside its ring, and is right agai
         environment.setMaxBlockSize(size);
         INFO("round " << round << ", size " << size << ", seed " << rng.seed());
         CHECK(delay.getSize() >= 100 + size);
-        CHECK(delay.getMask() == delay.getSize() - 1);
-        CHECK(delay.getValidCount() <= delay.getSize());
-        CHECK(delay.getWritePosition() < delay.getSize());
-        CHECK(delay.getReadBase() == delay.getSize());
-        CHECK(readingAhead.getReadBase() == readingAhead.getSize() + 7);
-        CHECK(readingAhead.getTapBase() == readingAhead.getReadBase() - 101);
+        CHECK(delay.getReadBase() == delay.getSize() + 7);
+        CHECK(delay.getTapBase() == delay.getReadBase() - 101);
         int refilled = 0;
         for (int cycles = rng.integer(1, 4); cycles > 0; --cycles) {
             const int n = rng.integer(1, size);
@@ -117,7 +99,7 @@ TEST_CASE("Variable block size: a delay stays inside its ring, and is right agai
             next += static_cast<float>(n);
             delay.write(block.data(), n);
             refilled += n;
-            delay.read(100, out.data(), n);
+            delay.read(107, out.data(), n);
             int wrong = 0;
             for (int i = std::max(0, n + 100 - refilled); i < n; ++i)
                 wrong += out[i] != next - static_cast<float>(n + 100 - i);

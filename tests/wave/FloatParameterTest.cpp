@@ -69,32 +69,28 @@ TEST_CASE("FloatParameter: the automatic ramp follows its law") {
         double rate, lower, upper, minMs, maxMs;
     };
     for (const Case& c : {Case{44100.0, 0.0, 1.0, 20.0, 150.0},
-                          {48000.0, -60.0, 36.0, 20.0, 150.0},
                           {192000.0, 3.3, 14.3, 20.0, 150.0},
-                          {44100.0, 0.0, 1.0, 5.0, 5.0},
                           {96000.0, -1.0, 1.0, 0.0, 40.0},
                           {44100.0, 0.0, 1.0, 30.0, 10.0}})
-        for (double part : {1e-5, 0.001, 0.05, 0.1, 0.2, 0.25, 0.29, 0.3, 0.301, 0.5, 1.0})
-            for (double sign : {1.0, -1.0}) {
-                INFO("rate " << c.rate << ", range " << c.lower << " to " << c.upper << ", step "
-                             << sign * part << ", ramp " << c.minMs << " to " << c.maxMs << " ms");
-                const double range = c.upper - c.lower;
-                const double start = sign > 0.0 ? c.lower : c.upper;
-                Knob knob(static_cast<float>(start), static_cast<float>(c.lower),
-                          static_cast<float>(c.upper));
-                knob.environment.setSampleRate(static_cast<float>(c.rate));
-                knob->minRampTime = static_cast<float>(c.minMs);
-                knob->maxRampTime = static_cast<float>(c.maxMs);
-                knob.run(1);
-                knob->assign(static_cast<float>(start + sign * part * range));
-                const double w = std::max(1.0 - part / 0.3, 0.0);
-                const double ms = c.minMs + (c.maxMs - c.minMs) * w * w;
-                const double length = ms * c.rate * 0.001;
-                // A step between two floats is off by half an ulp of its ends, and a length may be
-                // truncated on either side of a whole number.
-                const double slack = 1.01 + length * 1e-4 + 2e-7 / part * length;
-                CHECK(std::abs(knob.rampLength() - length) <= slack);
-            }
+        for (double part : {1e-5, 0.05, -0.2, 0.29, 0.301, -1.0}) {
+            INFO("rate " << c.rate << ", range " << c.lower << " to " << c.upper << ", step "
+                         << part << ", ramp " << c.minMs << " to " << c.maxMs << " ms");
+            const double start = part > 0.0 ? c.lower : c.upper;
+            Knob knob(static_cast<float>(start), static_cast<float>(c.lower),
+                      static_cast<float>(c.upper));
+            knob.environment.setSampleRate(static_cast<float>(c.rate));
+            knob->minRampTime = static_cast<float>(c.minMs);
+            knob->maxRampTime = static_cast<float>(c.maxMs);
+            knob.run(1);
+            knob->assign(static_cast<float>(start + part * (c.upper - c.lower)));
+            const double w = std::max(1.0 - std::abs(part) / 0.3, 0.0);
+            const double ms = c.minMs + (c.maxMs - c.minMs) * w * w;
+            const double length = ms * c.rate * 0.001;
+            // A step between two floats is off by half an ulp of its ends, and a length may be
+            // truncated on either side of a whole number.
+            const double slack = 1.01 + length * 1e-4 + 2e-7 / std::abs(part) * length;
+            CHECK(std::abs(knob.rampLength() - length) <= slack);
+        }
     for (const auto& [step, length] : {std::pair{1.0f, 882}, {0.3f, 882}, {1e-6f, 6614}}) {
         Knob knob;
         knob->assign(step);
@@ -102,20 +98,19 @@ TEST_CASE("FloatParameter: the automatic ramp follows its law") {
     }
 }
 
-TEST_CASE(
-    "FloatParameter: a ramp is a straight line from its start; the target follows it exactly") {
+TEST_CASE("FloatParameter: a ramp is a straight line from its start; the target follows exactly") {
     test::Rng rng = test::Rng::fromEnvironment();
     for (int round = 0; round < 100; ++round) {
         const double lower = rng.real(-100.0, 0.0), upper = rng.real(1.0, 100.0);
         const auto start = static_cast<float>(rng.real(lower, upper));
         const auto target = static_cast<float>(rng.real(lower, upper));
-        const int length = rng.integer(0, 5000);
+        const int length = rng.integer(0, 5000), cut = rng.integer(1, 256);
         const double ms = (length + 0.5) / 44.1;
         INFO("round " << round << ", seed " << rng.seed() << ": " << start << " to " << target
                       << " in " << ms << " ms");
         Knob knob(start, static_cast<float>(lower), static_cast<float>(upper));
         knob.set(target, static_cast<float>(ms));
-        const std::vector<float> out = knob.run(length + 300, rng.integer(1, 256));
+        const std::vector<float> out = knob.run(length + 300, cut);
         const auto from = static_cast<double>(start), to = static_cast<double>(target);
         double worst = 0.0;
         for (int i = 0; i < length; ++i) {
@@ -127,47 +122,25 @@ TEST_CASE(
         CHECK(worst <= std::max(std::abs(from), std::abs(to)) * 8 * 0x1p-24);
         CHECK(std::all_of(out.begin() + length, out.end(), [=](float x) { return x == target; }));
         if (length > 0) CHECK(out[0] == start);
+        CHECK(std::count(knob.statuses.begin(), knob.statuses.end(), 'r') ==
+              (length + cut - 1) / cut);
     }
 }
 
-TEST_CASE("FloatParameter: the last samples of a ramp share their block with the target") {
-    Knob knob;
-    knob.environment.setSampleRate(1000.0f);
-    knob.run(1);
-    knob.set(1.0f, 74.0f);
-    knob.run(64, 64);
-    const std::vector<float> out = knob.run(128, 64);
-    CHECK(knob.statuses == "rc");
-    CHECK(std::count(out.begin(), out.end(), 1.0f) == 54 + 64);
-    CHECK(out[9] < 1.0f);
-    CHECK(out[10] == 1.0f);
-}
-
-TEST_CASE("FloatParameter: the target it has already is no news, whatever the ramp time") {
-    Knob knob(0.5f);
-    for (float value : {0.5f, 0.5f + 1e-7f, 0.5f - 1e-7f})
-        for (float ms : {automatic, 0.0f, 100.0f}) {
-            knob.set(value, ms);
-            CHECK_FALSE(knob->isRamping());
-        }
-    knob.set(1.0f, 100.0f);
-    knob.run(100);
-    knob.set(1.0f, 0.0f);
-    CHECK(knob.rampLength() == 4410 - 100);
-}
-
-TEST_CASE("FloatParameter: a new value in mid-ramp goes on from where the ramp stands") {
-    for (int at : {0, 1, 255, 256, 257, 881, 882, 1000}) {
+TEST_CASE("FloatParameter: a value in mid-ramp goes on from there, unless it is the target") {
+    for (int at : {0, 1, 256, 881, 882, 1000}) {
         INFO("after " << at << " samples");
         Knob knob;
         knob.set(1.0f, 20.0f);
-        const float expected = at >= 882 ? 1.0f : static_cast<float>(at) / 882.0f;
         knob.run(at);
+        knob.set(1.0f - 1e-7f, 0.0f);  // no news
+        const float expected = at >= 882 ? 1.0f : static_cast<float>(at) / 882.0f;
+        CHECK(knob->isRamping() == (at < 882));
         knob.set(0.25f, 10.0f);
-        const std::vector<float> out = knob.run(441);
+        const std::vector<float> out = knob.run(442);
         CHECK(out[0] == about(expected));
         CHECK(out[440] == about(0.25f + (expected - 0.25f) / 441.0f));
-        CHECK(knob.run(1)[0] == 0.25f);
+        CHECK(out[441] == 0.25f);
     }
 }
 
@@ -178,13 +151,8 @@ TEST_CASE("FloatParameter: a circular value takes the shorter way round") {
     for (const Case& c : {Case{0.9f, 0.1f, -1.0f, 1.0f, 1.0f, -0.1f},
                           {0.9f, 0.1f, 0.0f, 1.0f, 1.0f, 0.0f},
                           {0.1f, 0.9f, 0.0f, 2.0f, 1.0f, 1.1f},
-                          {0.1f, 0.9f, 0.0f, 1.0f, 1.0f, 1.0f},
-                          {0.2f, 0.6f, 0.0f, 1.0f, 1.0f, 0.2f},
                           {0.25f, 0.75f, 0.0f, 1.0f, 1.0f, 0.25f},
-                          {-0.9f, 0.9f, -1.0f, 1.0f, 2.0f, 1.0f},
-                          {-0.9f, 0.9f, -2.0f, 2.0f, 2.0f, 1.1f},
                           {-170.0f, 170.0f, -360.0f, 360.0f, 360.0f, 190.0f},
-                          {0.9f, 0.1f, 0.0f, 1.0f, 0.0f, 0.9f},
                           {0.9f, 0.1f, 0.0f, 1.0f, -1.0f, 0.9f}}) {
         INFO(c.from << " to " << c.to << ", period " << c.period << ", " << c.minimum << " to "
                     << c.maximum);
@@ -200,41 +168,27 @@ TEST_CASE("FloatParameter: a circular value takes the shorter way round") {
 
 TEST_CASE("FloatParameter: values jump unless they were followed up to the present sample") {
     struct Case {
-        const char* name;
-        void (*before)(Knob&);
+        std::string before;  // of a cycle missed, a reset, a sample followed, another value
+        float ms;
         bool ramps;
     };
-    using Mode = Environment::ResetMode;
-    for (const Case& c :
-         {Case{"followed", [](Knob& k) { k.run(100); }, true},
-          {"never followed", [](Knob&) {}, true},
-          {"two values at once", [](Knob& k) { k->assign(0.4f); }, true},
-          {"cycle without a pull", [](Knob& k) { runCycle(k.environment, 9); }, false},
-          {"cycle without a pull, then a value",
-           [](Knob& k) {
-               runCycle(k.environment, 9);
-               k->assign(0.4f);
-           },
-           true},
-          {"skipped cycle", [](Knob& k) { runCycle(k.environment, 9, {}, Environment::skipCycle); },
-           false},
-          {"reset", [](Knob& k) { k.environment.reset(Mode::MarkOnly); }, false},
-          {"reset and a value",
-           [](Knob& k) {
-               k.environment.reset(Mode::ActiveOnly);
-               k->assign(0.4f);
-           },
-           false},
-          {"reset, then followed",
-           [](Knob& k) {
-               k.environment.reset(Mode::All);
-               k.run(1);
-           },
-           true}}) {
-        INFO(c.name);
+    for (const Case& c : {Case{"", automatic, true},
+                          {"v", automatic, true},
+                          {"m", automatic, false},
+                          {"m", 20.0f, true},  // a ramp that is asked for runs in full
+                          {"mv", automatic, true},
+                          {"r", automatic, false},
+                          {"rv", automatic, false},
+                          {"rf", automatic, true}}) {
+        INFO(c.before << ", ramp " << c.ms);
         Knob knob;
-        c.before(knob);
-        knob->assign(0.8f);
+        for (char step : c.before) {
+            if (step == 'm') runCycle(knob.environment, 9);
+            if (step == 'r') knob.environment.reset(Environment::ResetMode::MarkOnly);
+            if (step == 'f') knob.run(1);
+            if (step == 'v') knob->assign(0.4f);
+        }
+        knob.set(0.8f, c.ms);
         CHECK(knob->isRamping() == c.ramps);
         CHECK((knob.run(1)[0] != 0.8f) == c.ramps);
     }
@@ -244,38 +198,22 @@ TEST_CASE("FloatParameter: values jump unless they were followed up to the prese
     CHECK_FALSE(fresh.isRamping());
 }
 
-TEST_CASE("FloatParameter: a ramp that is asked for runs in full even where a value would jump") {
-    Knob knob;
-    knob.set(1.0f, 20.0f);
-    knob.run(100);
-    runCycle(knob.environment, 50);
-    knob.set(0.0f, 20.0f);
-    const std::vector<float> out = knob.run(883);
-    CHECK(out[0] == 1.0f);  // where the ramp stood when it was last heard is forgotten
-    CHECK(out[441] == about(0.5f));
-    CHECK(out[881] > 0.0f);
-    CHECK(out[882] == 0.0f);
-}
-
-TEST_CASE(
-    "FloatParameter: a ramp that nobody pulls goes on in silence; a reset or a new rate ends it") {
-    for (int missed : {0, 1, 100, 881, 882, 5000}) {
+TEST_CASE("FloatParameter: a ramp nobody pulls goes on in silence; a reset or a new rate ends it") {
+    for (int missed : {0, 1, 881, 882, 5000}) {
         INFO("missed " << missed);
         Knob pulled, lagging;
-        for (Knob* knob : {&pulled, &lagging})
-            knob->set(1.0f, 20.0f);
+        pulled.set(1.0f, 20.0f);
+        lagging.set(1.0f, 20.0f);
         pulled.run(missed, 1);
         for (int i = 0; i < missed; ++i)
             runCycle(lagging.environment, 1);
         CHECK(lagging.run(1000, 1) == pulled.run(1000, 1));
     }
-    for (int longSkips = 1; longSkips < 6; ++longSkips) {
-        Knob knob;
-        knob.set(1.0f, 1e30f);
-        knob.run(1);
-        for (int i = 0; i < longSkips; ++i)
-            runCycle(knob.environment, 1 << 30, {}, Environment::skipCycle);
-        CHECK(knob.run(1)[0] == doctest::Approx(std::min(longSkips * 0.5, 1.0)));
+    Knob crawling;
+    crawling.set(1.0f, 1e30f);
+    for (double expected : {0.0, 0.5, 1.0, 1.0}) {
+        CHECK(crawling.run(1)[0] == doctest::Approx(expected));
+        runCycle(crawling.environment, 1 << 30, {}, Environment::skipCycle);
     }
     for (int way : {0, 1, 2, 3}) {
         INFO("way " << way);
@@ -285,7 +223,6 @@ TEST_CASE(
         if (way < 3) knob.environment.reset(static_cast<Environment::ResetMode>(way));
         if (way == 3) knob.environment.setSampleRate(96000.0f);
         CHECK(knob.run(64) == std::vector<float>(64, 1.0f));
-        CHECK(knob.statuses == "c");
         knob.set(0.0f, 20.0f);
         CHECK(knob.rampLength() == (way == 3 ? 1920 : 882));
     }
@@ -295,48 +232,34 @@ TEST_CASE("FloatParameter: a constant block is written once, and only where it i
     Environment environment;
     FloatParameter parameter(&environment, 0.5f);
     bool isConstant = false;
-    FloatParameter::ValueBlock* const block = parameter.render(64, &isConstant);
+    float* const block = parameter.render(64, &isConstant)->data();
     CHECK(isConstant);
-    CHECK(block->filled == 64);
-    std::fill_n(block->data(), 256, -1.0f);  // what is written from here on shows
+    std::fill_n(block, 256, -1.0f);  // what is written from here on shows
     parameter.render(32, &isConstant);
-    CHECK(block->filled == 64);
     parameter.render(256, &isConstant);
-    CHECK(std::count(block->data(), block->data() + 64, -1.0f) == 64);
-    CHECK(std::count(block->data() + 64, block->data() + 256, 0.5f) == 192);
+    CHECK(std::count(block, block + 64, -1.0f) == 64);
+    CHECK(std::count(block + 64, block + 256, 0.5f) == 192);
     parameter.setValue(0.75f, 0.0f);
-    CHECK(block->filled == 0);
     parameter.render(256, &isConstant);
-    CHECK(std::count(block->data(), block->data() + 256, 0.75f) == 256);
+    CHECK(std::count(block, block + 256, 0.75f) == 256);
 }
 
-TEST_CASE("FloatParameter: whatever it is set to, it stays within its limits") {
-    struct Case {
-        float value, target;
-    };
-    for (const Case& c : {Case{2.0f, 1.0f},
-                          {-2.0f, -1.0f},
-                          {infinity, 1.0f},
-                          {-infinity, -1.0f},
-                          {nan, -1.0f},
-                          {0.25f, 0.25f}}) {
-        INFO("value " << c.value);
-        Knob knob(0.5f, -1.0f, 1.0f);
-        knob.set(c.value, 5.0f);
-        CHECK(knob->getTarget() == c.target);
-        const std::vector<float> out = knob.run(500);
-        CHECK(out.back() == c.target);
-        CHECK(std::all_of(out.begin(), out.end(), [](float x) { return x >= -1.0f && x <= 1.0f; }));
-    }
-}
-
-TEST_CASE("FloatParameter: ramp times that are none jump, endless ones crawl") {
-    for (float ms : {0.0f, 1e-9f, 0.02f, nan}) {
-        Knob knob;
-        knob.set(1.0f, ms);
-        CHECK(knob.run(1)[0] == 1.0f);
-    }
-    for (float ms : {1e9f, 1e30f, infinity}) {
+TEST_CASE("FloatParameter: absurd values stay within the limits, absurd times jump or crawl") {
+    for (const auto& [value, target] : {std::pair{2.0f, 1.0f},
+                                        {-infinity, -1.0f},
+                                        {infinity, 1.0f},
+                                        {nan, -1.0f},
+                                        {0.25f, 0.25f}})
+        for (float ms : {5.0f, 0.0f, 0.02f, nan}) {
+            INFO("value " << value << ", ramp " << ms);
+            Knob knob(0.5f, -1.0f, 1.0f);
+            knob.set(value, ms);
+            CHECK(knob->getTarget() == target);
+            const std::vector<float> out = knob.run(500);
+            CHECK(std::count(out.begin(), out.end(), target) == (ms == 5.0f ? 280 : 500));
+            CHECK(std::all_of(out.begin(), out.end(), [](float x) { return std::abs(x) <= 1; }));
+        }
+    for (float ms : {1e9f, infinity}) {
         Knob knob;
         knob.set(1.0f, ms);
         const std::vector<float> out = knob.run(100000);
@@ -352,8 +275,7 @@ TEST_CASE("FloatParameter: new limits pull the target in at once, and set the sc
     };
     for (const Case& c : {Case{0.0f, 0.5f, 0.0f, 0.5f, 0.5f},
                           {0.9f, 2.0f, 10.0f, 0.9f, 10.0f},
-                          {-1.0f, 1.0f, -3.0f, 0.75f, 2.0f},
-                          {0.0f, 0.0f, nan, 0.0f, 0.0f}}) {
+                          {-1.0f, 1.0f, nan, 0.75f, 2.0f}}) {
         INFO(c.minimum << " to " << c.maximum << ", range " << c.range);
         Knob knob(0.25f);
         knob.set(0.75f, 20.0f);
@@ -363,28 +285,15 @@ TEST_CASE("FloatParameter: new limits pull the target in at once, and set the sc
         CHECK(knob->getTarget() == c.target);
         CHECK(knob->isRamping() == (c.target == 0.75f));
         if (c.target != 0.75f) CHECK(knob.run(100) == std::vector<float>(100, c.target));
-        knob.run(1000);
-        knob->assign(c.maximum);
-        CHECK(knob.run(7000).back() == c.maximum);
+        knob->wrapPeriod = 4.0f;
+        const FloatParameter copy(*knob.operator->());  // stands at the target, with all the rules
+        CHECK_FALSE(copy.isRamping());
+        CHECK(copy.getTarget() == c.target);
+        CHECK(copy.getMinimum() == c.minimum);
+        CHECK(copy.getMaximum() == c.maximum);
+        CHECK(copy.getRange() == c.expectedRange);
+        CHECK(copy.wrapPeriod == 4.0f);
     }
-}
-
-TEST_CASE("FloatParameter: a copy has the rules of the other one and stands at its target") {
-    Knob knob(0.0f, -3.0f, 5.0f);
-    knob->wrapPeriod = 4.0f;
-    knob->minRampTime = 7.0f;
-    knob->setRange(-3.0f, 5.0f, 12.0f);
-    knob.set(2.0f, 20.0f);
-    knob.run(10);
-    FloatParameter copy(*knob.operator->());
-    bool isConstant = false;
-    CHECK(copy.follow(1, &isConstant)->data()[0] == 2.0f);
-    CHECK(isConstant);
-    CHECK(copy.wrapPeriod == 4.0f);
-    CHECK(copy.minRampTime == 7.0f);
-    CHECK(copy.getMinimum() == -3.0f);
-    CHECK(copy.getMaximum() == 5.0f);
-    CHECK(copy.getRange() == 12.0f);
 }
 
 TEST_CASE("FloatParameter: whoever renders it in a cycle, and how many do, all hear the same") {
@@ -399,13 +308,11 @@ TEST_CASE("FloatParameter: whoever renders it in a cycle, and how many do, all h
     for (int cycle = 0; cycle < 20; ++cycle) {
         INFO("cycle " << cycle);
         const std::vector<float> expected = alone.run(64);
-        environment.beginBlock();
+        runCycle(environment, 64, {&source, &first, &second});
         for (Producer* producer : std::initializer_list<Producer*>{&source, &first, &second}) {
-            const float* const block = producer->pull(64)->data();
-            CHECK(std::equal(expected.begin(), expected.end(), block));
+            CHECK(std::equal(expected.begin(), expected.end(), producer->getOutput()->data()));
             CHECK(producer->isConstant() == alone.source.isConstant());
         }
-        environment.render(64, 0);
     }
 }
 
@@ -429,34 +336,25 @@ TEST_CASE("FloatParameterBus: carries its knob until it is pointed elsewhere, an
     CHECK(shared.getOutput()->data()[0] == 0.25f);
 }
 
-/// Moves a knob about, at multiples of 1000 samples, while it is rendered in blocks of `cut`.
-std::vector<float> playGesture(const std::vector<float>& values, float ms, int cut) {
-    Knob knob(values.front(), -4.0f, 4.0f);
-    std::vector<float> out;
-    for (float value : values) {
-        knob.set(value, ms);
-        const std::vector<float> more = knob.run(1000, cut);
-        out.insert(out.end(), more.begin(), more.end());
-    }
-    return out;
-}
-
 TEST_CASE("FloatParameter: the cut of the blocks is not heard") {
     test::Rng rng = test::Rng::fromEnvironment();
-    std::vector<float> values;
-    for (int i = 0; i < 30; ++i)
-        values.push_back(static_cast<float>(rng.real(-4.0, 4.0)));
-    for (float ms : {0.0f, automatic, 5.0f, 20.0f, 900.0f}) {
-        const std::vector<float> whole = playGesture(values, ms, 256);
-        for (int cut : {1, 3, 64, 255, 256, rng.integer(2, 254)}) {
+    std::vector<float> values(30);
+    for (float& value : values)
+        value = static_cast<float>(rng.real(-4.0, 4.0));
+    for (float ms : {0.0f, automatic, 5.0f, 900.0f})
+        for (int cut : {1, 64, 255, rng.integer(2, 254)}) {
             INFO("ramp " << ms << " ms, cut " << cut << ", seed " << rng.seed());
-            const std::vector<float> cutUp = playGesture(values, ms, cut);
+            Knob whole(0.0f, -4.0f, 4.0f), cutUp(0.0f, -4.0f, 4.0f);
             float worst = 0.0f;
             int wrongAtRest = 0;
-            for (std::size_t i = 0; i < whole.size(); ++i) {
-                worst = std::max(worst, std::abs(cutUp[i] - whole[i]));
-                const bool isAtRest = whole[i] == values[i / 1000];
-                wrongAtRest += isAtRest && cutUp[i] != whole[i];
+            for (float value : values) {
+                whole.set(value, ms);
+                cutUp.set(value, ms);
+                const std::vector<float> expected = whole.run(1000), out = cutUp.run(1000, cut);
+                for (std::size_t i = 0; i < out.size(); ++i) {
+                    worst = std::max(worst, std::abs(out[i] - expected[i]));
+                    wrongAtRest += expected[i] == value && out[i] != value;
+                }
             }
             CHECK(wrongAtRest == 0);
             // Jumps and constant stretches agree to the bit. On a ramp each block starts anew from
@@ -465,7 +363,6 @@ TEST_CASE("FloatParameter: the cut of the blocks is not heard") {
             // (2 * 2^-24 each), on either side.
             CHECK(worst <= (ms == 0.0f ? 0.0f : 16 * 0x1p-24f));
         }
-    }
 }
 
 }  // namespace

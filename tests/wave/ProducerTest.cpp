@@ -3,9 +3,10 @@
 #include <doctest/doctest.h>
 
 #include <limits>
-#include <memory>
+#include <numeric>
 #include <vector>
 
+#include "support/Rng.h"
 #include "wave/Cycle.h"
 #include "wave/Forwarders.h"
 #include "wave/Input.h"
@@ -21,50 +22,33 @@ using Visits = std::vector<ClockSource::Visit>;
 TEST_CASE("Producer: renders once a cycle however often it is pulled, and lags where it is not") {
     Environment environment;
     ClockSource source(&environment);
-    CHECK(source.getOutput() == environment.getZeroBlock());
-    environment.beginBlock();
-    BasicBlock<float>* const block = source.pull(10);
-    CHECK(source.pull(10) == block);
-    CHECK(source.visits == Visits{{10, 0}});
-    environment.render(10, 0);
-    for (int cycle = 0; cycle < 5; ++cycle)
-        runCycle(environment, 100);
-    environment.beginBlock();
-    CHECK(source.pull(3)->data()[2] == 513.0f);
-    CHECK(source.visits == Visits{{10, 0}, {3, 0}});
-}
-
-TEST_CASE("Producer: every consumer of a pass-through gets the block that was passed on") {
-    Environment environment;
-    ClockSource source(&environment);
     source.setStatus(3);
     Forwarder forwarder(&environment);
     forwarder.setInput(&source);
     InputForwarder inputForwarder(&environment, &forwarder);
-    environment.beginBlock();
-    BasicBlock<float>* const passed = inputForwarder.pull(8);
-    CHECK(passed->data()[7] == 8.0f);
-    CHECK(forwarder.pull(8) == passed);
-    CHECK(forwarder.pull(8) == passed);
-    CHECK(source.pull(8) == passed);
-    CHECK(source.visits.size() == 1);
+    CHECK(source.getOutput() == environment.getZeroBlock());
+    runCycle(environment, 10, {&inputForwarder, &source, &source, &forwarder});
+    // Every consumer of a pass-through gets the block that was passed on.
+    CHECK(source.getOutput()->data()[9] == 10.0f);
+    CHECK(forwarder.getOutput() == source.getOutput());
+    CHECK(inputForwarder.getOutput() == source.getOutput());
     CHECK(inputForwarder.getStatus() == 3);
     CHECK(forwarder.getStatus() == 0);
+    runCycle(environment, 100);
+    runCycle(environment, 3, {&source});
+    CHECK(source.getOutput()->data()[2] == 113.0f);
+    CHECK(source.visits == Visits{{10, 0}, {3, 0}});
 }
 
 TEST_CASE("Producer: one that becomes active starts clean, and repeating a state does nothing") {
     Environment environment;
-    ClockSource source(&environment);
-    source.setActive(true);
-    CHECK(source.resets == 0);
-    source.setActive(false);
-    source.setActive(false);
-    CHECK(source.resets == 0);
-    source.setActive(true);
+    ClockSource source(&environment), stateless(&environment, false);
+    for (bool active : {true, false, false, true})
+        for (ClockSource* each : {&source, &stateless}) {
+            CHECK(each->resets == 0);
+            each->setActive(active);
+        }
     CHECK(source.resets == 1);
-    ClockSource stateless(&environment, false);
-    stateless.setActive(false);
-    stateless.setActive(true);
     CHECK(stateless.resets == 0);
 }
 
@@ -78,18 +62,13 @@ struct Stutter final : Source {
 
 TEST_CASE(
     "Producer: a block that was passed on is forgotten in the next cycle, pulled or visited") {
-    for (bool isSink : {false, true}) {
-        Environment environment;
-        Stutter stutter(&environment);
-        if (isSink) stutter.setRenderPriority(1);
-        for (int cycle = 1; cycle <= 4; ++cycle) {
-            if (isSink)
-                runCycle(environment, 4);
-            else
-                runCycle(environment, 4, {&stutter});
-            const bool isSilence = stutter.getOutput() == environment.getZeroBlock();
-            CHECK(isSilence == (cycle % 2 == 0));
-        }
+    Environment environment;
+    Stutter pulled(&environment), visited(&environment);
+    visited.setRenderPriority(1);
+    for (int cycle = 1; cycle <= 4; ++cycle) {
+        runCycle(environment, 4, {&pulled});
+        for (const Stutter* each : {&pulled, &visited})
+            CHECK((each->getOutput() == environment.getZeroBlock()) == (cycle % 2 == 0));
     }
 }
 
@@ -120,86 +99,62 @@ TEST_CASE("MultiProducer: the first pull of any output renders all of them, once
         Environment environment;
         ClockSource source(&environment);
         Splitter splitter(&environment, &source);
+        Producer &own = *splitter.getOutput(0), &through = *splitter.getOutput(1);
         for (int cycle = 1; cycle <= 3; ++cycle) {
-            environment.beginBlock();
-            splitter.getOutput(first)->pull(4);
-            splitter.getOutput(1 - first)->pull(4);
+            splitter.handsThrough = cycle < 3;
+            runCycle(environment, 4, {splitter.getOutput(first), splitter.getOutput(1 - first)});
             CHECK(splitter.renders == cycle);
-            CHECK(splitter.getOutput(1)->getOutput() == source.getOutput());
-            CHECK(splitter.getOutput(0)->getOutput()->data()[3] == -source.getOutput()->data()[3]);
-            CHECK(splitter.getOutput(1)->isConstant());
-            CHECK_FALSE(splitter.getOutput(0)->isConstant());
-            environment.render(4, 0);
+            CHECK((through.getOutput() == source.getOutput()) == splitter.handsThrough);
+            CHECK(own.getOutput()->data()[3] == -source.getOutput()->data()[3]);
+            CHECK(through.isConstant());
+            CHECK_FALSE(own.isConstant());
         }
-        splitter.handsThrough = false;
-        runCycle(environment, 4, {splitter.getOutput(first)});
-        CHECK(splitter.getOutput(1)->getOutput() != source.getOutput());
         environment.reset(Environment::ResetMode::All);
         CHECK(splitter.resets == 1);
     }
 }
 
-TEST_CASE("Input: sub-blocks of any size read the host's buffer in order, then silence") {
+TEST_CASE(
+    "Input: reads the host's buffer in order, passing over what nobody pulled, then silence") {
+    test::Rng rng = test::Rng::fromEnvironment();
+    INFO("seed " << rng.seed());
     std::vector<float> buffer(300);
-    for (std::size_t i = 0; i < buffer.size(); ++i)
-        buffer[i] = static_cast<float>(i + 1);
-    for (int cut : {1, 7, 64, 256}) {
-        INFO("cut " << cut);
-        Environment environment;
-        Input input(&environment);
-        std::vector<float> read;
-        input.setBuffer(buffer.data(), static_cast<int>(buffer.size()));
-        for (int at = 0; at < 600; at += cut) {
-            environment.beginBlock();
-            const float* block = input.pull(cut)->data();
-            read.insert(read.end(), block, block + cut);
-            environment.render(cut, 0);
-        }
-        std::vector<float> expected = buffer;
-        expected.resize(read.size());
-        CHECK(read == expected);
-    }
-}
-
-TEST_CASE("Input: what nobody pulled is passed over, and a new buffer starts at its own start") {
-    std::vector<float> buffer(300);
-    for (std::size_t i = 0; i < buffer.size(); ++i)
-        buffer[i] = static_cast<float>(i + 1);
+    std::iota(buffer.begin(), buffer.end(), 1.0f);
     Environment environment;
     Input input(&environment);
-    for (int missed : {0, 1, 100, 256, 5000}) {
-        INFO("missed " << missed);
-        runCycle(environment, missed, {}, Environment::skipCycle);
-        input.setBuffer(buffer.data(), 300);
-        runCycle(environment, 20, {&input});
-        CHECK(input.getOutput()->data()[19] == 20.0f);
-        runCycle(environment, missed, {}, Environment::skipCycle);
-        runCycle(environment, 30, {&input});
-        const int last = 20 + missed + 30;
-        CHECK(input.getOutput()->data()[29] == (last <= 300 ? static_cast<float>(last) : 0.0f));
+    for (int longest : {1, 7, 64, 256}) {
+        runCycle(environment, rng.integer(0, 5000), {}, Environment::skipCycle);
+        input.setBuffer(buffer.data(), static_cast<int>(buffer.size()));
+        int at = 0, wrong = 0;
+        for (int n : rng.pieces(700, longest)) {
+            const bool isMissed = rng.integer(0, 3) == 0;
+            if (isMissed)
+                runCycle(environment, n, {}, Environment::skipCycle);
+            else
+                runCycle(environment, n, {&input});
+            for (int i = 0; i < n; ++i, ++at)
+                wrong += !isMissed && input.getOutput()->data()[i] !=
+                                          (at < 300 ? static_cast<float>(at + 1) : 0.0f);
+        }
+        INFO("longest block " << longest);
+        CHECK(wrong == 0);
     }
 }
 
-TEST_CASE("Input: nothing that is not a number, and nothing absurd, enters") {
+TEST_CASE("Input: nothing that is not a number, and nothing absurd, enters; silent without") {
     constexpr float infinity = std::numeric_limits<float>::infinity();
     const std::vector<float> buffer{
-        0.5f, std::numeric_limits<float>::quiet_NaN(), infinity, -infinity, 1e30f, -1e30f, -0.5f};
+        0.5f, std::numeric_limits<float>::quiet_NaN(), -infinity, 1e30f, -1e30f, -0.5f};
     Environment environment;
     Input input(&environment);
-    input.setBuffer(buffer.data(), static_cast<int>(buffer.size()));
-    runCycle(environment, 7, {&input});
+    input.setBuffer(buffer.data(), 6);
+    runCycle(environment, 6, {&input});
     const float* const out = input.getOutput()->data();
-    CHECK(std::vector(out, out + 7) ==
-          std::vector{0.5f, 0.0f, 0.0f, 0.0f, 1000.0f, -1000.0f, -0.5f});
-}
-
-TEST_CASE("Input: silent without a buffer") {
-    Environment environment;
-    Input input(&environment);
+    CHECK(std::vector(out, out + 6) == std::vector{0.5f, 0.0f, 0.0f, 1000.0f, -1000.0f, -0.5f});
     for (int count : {0, 100, -1}) {
-        environment.beginBlock();
         input.setBuffer(nullptr, count);
-        CHECK(input.pull(16)->data()[15] == 0.0f);
+        runCycle(environment, 6, {&input});
+        CHECK(input.getOutput()->data()[0] == 0.0f);
     }
 }
 
