@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "distortion/styles/StyleSet.h"
-#include "dsp/stages/StageRig.h"
+#include "support/StageRig.h"
 
 namespace cinder::test {
 

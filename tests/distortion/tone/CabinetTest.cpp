@@ -3,11 +3,12 @@
 #include <cmath>
 #include <complex>
 #include <numbers>
+#include <string>
 
 #include "distortion/tone/CabinetStyle.h"
 #include "dsp/filters/ClosedForm.h"
-#include "dsp/stages/StageRig.h"
 #include "support/Rng.h"
+#include "support/StageRig.h"
 
 namespace cinder {
 namespace {
@@ -85,7 +86,7 @@ TEST_CASE("Cabinets: the impulse response is that of the taps and the filters") 
             CHECK_MESSAGE(report.isClean(), report);
             const std::vector<float> response = play(rig.environment, rig.cabinet, length);
             for (const double hz : {25.0, 60.0, 110.0, 480.0, 1200.0, 3300.0, 5100.0, 9000.0}) {
-                INFO(recipe.name << " at " << rate << ", " << hz << " Hz");
+                INFO(std::string(recipe.name) << " at " << rate << ", " << hz << " Hz");
                 std::complex<double> sum = 0.0;
                 for (int n = 0; n < length; ++n)
                     sum += static_cast<double>(response[static_cast<std::size_t>(n)]) *

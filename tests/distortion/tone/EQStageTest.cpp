@@ -4,8 +4,8 @@
 
 #include <cmath>
 
-#include "dsp/stages/StageRig.h"
 #include "support/Rng.h"
+#include "support/StageRig.h"
 
 namespace cinder {
 namespace {

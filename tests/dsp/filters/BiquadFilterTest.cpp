@@ -7,7 +7,7 @@
 #include <numbers>
 
 #include "dsp/filters/EQFilter.h"
-#include "dsp/stages/StageRig.h"
+#include "support/StageRig.h"
 
 namespace cinder {
 namespace {

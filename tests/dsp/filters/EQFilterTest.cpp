@@ -10,8 +10,8 @@
 #include <string>
 
 #include "dsp/filters/ClosedForm.h"
-#include "dsp/stages/StageRig.h"
 #include "support/Rng.h"
+#include "support/StageRig.h"
 
 namespace cinder {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "dsp/stages/StageRig.h"
+#include "support/StageRig.h"
 
 namespace cinder {
 namespace {

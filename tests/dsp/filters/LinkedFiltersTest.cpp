@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "dsp/filters/EQFilter.h"
-#include "dsp/stages/StageRig.h"
 #include "support/Rng.h"
+#include "support/StageRig.h"
 
 namespace cinder {
 namespace {

@@ -4,9 +4,9 @@
 
 #include "dsp/stages/LevelPanConverter.h"
 #include "dsp/stages/MidSideConverter.h"
-#include "dsp/stages/StageRig.h"
 #include "dsp/stages/ValueConverters.h"
 #include "support/Rng.h"
+#include "support/StageRig.h"
 
 namespace cinder {
 namespace {

@@ -6,8 +6,8 @@
 #include <cmath>
 #include <numbers>
 
-#include "dsp/stages/StageRig.h"
 #include "support/Rng.h"
+#include "support/StageRig.h"
 
 namespace cinder {
 namespace {

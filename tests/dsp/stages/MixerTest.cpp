@@ -6,9 +6,9 @@
 #include <cmath>
 
 #include "dsp/stages/EffectMixer.h"
-#include "dsp/stages/StageRig.h"
 #include "dsp/stages/StaticMixer.h"
 #include "support/Rng.h"
+#include "support/StageRig.h"
 
 namespace cinder {
 namespace {

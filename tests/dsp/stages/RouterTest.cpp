@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "dsp/stages/StageRig.h"
 #include "dsp/stages/VolumeFilter.h"
+#include "support/StageRig.h"
 
 namespace cinder {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "dsp/filters/crossover/MultiBand.h"
 #include "support/Rng.h"
-#include "dsp/stages/StageRig.h"
+#include "support/StageRig.h"
 
 namespace cinder::test {
 
