@@ -2,6 +2,11 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
+#include <map>
+
+#include "support/Rng.h"
+
 namespace cinder {
 namespace {
 
@@ -13,53 +18,40 @@ struct Changes {
     int count = 0;
 };
 
-TEST_CASE("ControllerMapping: a parameter has one controller, the last it was given") {
+TEST_CASE("ControllerMapping: a table with one event for each bracket that changes it") {
+    test::Rng rng = test::Rng::fromEnvironment();
+    INFO("seed " << rng.seed());
+    constexpr int none = ControllerMapping::none;
     ControllerMapping mapping;
     Changes changes(mapping);
-    mapping.assign(20, 5);
-    CHECK(mapping.targetOf(20) == 5);
-    CHECK(mapping.controllerOf(5) == 20);
-    mapping.assign(21, 5);
-    CHECK(mapping.targetOf(20) == ControllerMapping::none);
-    CHECK(mapping.controllerOf(5) == 21);
-    CHECK(changes.count == 2);
-    mapping.assign(21, 5);  // as it is
-    CHECK(changes.count == 2);
-    mapping.assign(21, 6);  // another parameter takes the controller over
-    CHECK(mapping.controllerOf(5) == ControllerMapping::none);
-    mapping.assign(ControllerMapping::none, 6);
-    CHECK(mapping.targetOf(21) == ControllerMapping::none);
-    mapping.assign(22, 7);
-    mapping.assign(22, ControllerMapping::none);
-    CHECK(mapping.controllerOf(7) == ControllerMapping::none);
-}
-
-TEST_CASE("ControllerMapping: one event a bracket, none where nothing changes") {
-    ControllerMapping mapping;
-    Changes changes(mapping);
-    mapping.clear();
-    CHECK(changes.count == 0);
-    {
-        const UpdateBracket bracket(mapping);
-        for (int i = 0; i < ControllerMapping::numControllers; ++i)
-            mapping.set(i, i * 3);
+    std::map<int, int> model;  // the entries that are not `none`
+    int numChanges = 0;
+    for (int i = 0; i < 3000; ++i) {
+        const int number = rng.integer(0, 9) == 0 ? 1 << 30 : rng.integer(-3, 130);
+        const int target = rng.integer(none, 20);
+        const auto before = model;
+        const bool learns = rng.integer(0, 3) > 0;
+        const bool isValid = number >= 0 && number < ControllerMapping::numControllers;
+        const auto holder = [&] {
+            return std::ranges::find_if(model, [&](auto entry) { return entry.second == target; });
+        };
+        const bool isThere = model.contains(number) && model[number] == target;
+        if (learns && !isThere && (isValid || number == none) && holder() != model.end())
+            model.erase(holder());
+        if (isValid) model.erase(number);
+        if (isValid && target != none) model[number] = target;
+        if (i % 500 == 499) {
+            model.clear();
+            mapping.clear();
+        } else {
+            learns ? mapping.assign(number, target) : mapping.set(number, target);
+        }
+        numChanges += model != before;
+        REQUIRE(changes.count == numChanges);
+        for (int n = -2; n < 130; ++n)
+            REQUIRE(mapping.targetOf(n) == (model.contains(n) ? model[n] : none));
+        REQUIRE(mapping.controllerOf(target) == (holder() == model.end() ? none : holder()->first));
     }
-    CHECK(changes.count == 1);
-    mapping.clear();
-    CHECK(changes.count == 2);
-    CHECK(mapping.controllerOf(ControllerMapping::none) == ControllerMapping::none);
-}
-
-TEST_CASE("ControllerMapping: numbers out of range have no entry") {
-    ControllerMapping mapping;
-    mapping.set(20, 2);
-    for (const int number : {-2, 128, 1 << 30}) {
-        mapping.set(number, 1);
-        CHECK(mapping.targetOf(number) == ControllerMapping::none);
-        mapping.assign(number, 2);  // learnt from a broken message
-        CHECK(mapping.controllerOf(2) == 20);
-    }
-    CHECK(mapping.controllerOf(1) == ControllerMapping::none);
 }
 
 }  // namespace
