@@ -1,6 +1,5 @@
 #include <doctest/doctest.h>
 
-#include <cmath>
 #include <limits>
 #include <vector>
 
@@ -12,6 +11,7 @@ namespace cinder {
 namespace {
 
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+enum class Colour : std::int32_t { Red, Green, Blue };
 
 /// Writes down what its parameters tell it.
 class Owner final : public GenericPluginBase {
@@ -20,112 +20,85 @@ public:
     void beginUpdate() override {}
     void endUpdate() override {}
     void parameterChanged(int id, float value, unsigned flags) override {
-        told.push_back({id, value, flags});
+        told.push_back(id);
+        CHECK(value == parameter(id)->value());
+        CHECK(flags == AbstractPluginParameter::hostKnows);
     }
     int addGroup(const std::string&) override { return 0; }
     void requestHostRefresh() override {}
 
-    struct Told {
-        int id;
-        float value;
-        unsigned flags;
-    };
-    std::vector<Told> told;
+    std::vector<int> told;  // ids
 
 private:
     std::vector<AbstractPluginParameter*> list;
 };
 
-TEST_CASE("Parameters: ids follow the order of construction") {
+TEST_CASE("Parameters: clamp or cut to steps, and tell their owner of real changes alone") {
+    struct Row {
+        float set, value;
+        bool isTold;
+    };
     Owner owner;
-    FloatPluginParameter a(&owner, "A");
-    PropPluginParameter<int> b(&owner, "B");
-    CHECK(a.getId() == 0);
-    CHECK(b.getId() == 1);
+    FloatPluginParameter level(&owner, "Level", {-2.0f, 2.0f, 0.5f});
+    PropPluginParameter<Colour> colour(&owner, "Colour", {0, 2, 1});
     CHECK(owner.parameterCount() == 2);
-    CHECK(owner.parameter(1) == &b);
+    CHECK(owner.parameter(1) == &colour);
     CHECK(owner.parameter(-1) == nullptr);
     CHECK(owner.parameter(2) == nullptr);
-}
-
-TEST_CASE("FloatPluginParameter: clamps, and tells its owner of real changes alone") {
-    struct Row {
-        float set, value;
-        bool isTold;
+    const auto check = [&](AbstractPluginParameter& parameter, const std::vector<Row>& rows) {
+        for (const Row& row : rows) {
+            INFO("parameter " << parameter.getId() << ", set to " << row.set);
+            owner.told.clear();
+            parameter.setValue(row.set, AbstractPluginParameter::hostKnows);
+            CHECK(parameter.value() == row.value);
+            CHECK(owner.told == std::vector<int>(row.isTold ? 1 : 0, parameter.getId()));
+        }
     };
-    Owner owner;
-    FloatPluginParameter parameter(&owner, "Level", {-2.0f, 2.0f, 0.5f});
-    CHECK(parameter.value() == 0.5f);
-    for (const Row& row : {Row{0.5f, 0.5f, false}, Row{0.5f + 1e-7f, 0.5f, false},
-                           Row{0.5f + 3e-7f, 0.5f + 3e-7f, true}, Row{5.0f, 2.0f, true},
-                           Row{3.0f, 2.0f, false}, Row{notANumber, -2.0f, true}}) {
-        INFO("set to " << row.set);
-        owner.told.clear();
-        parameter.setValue(row.set, AbstractPluginParameter::hostKnows);
-        CHECK(parameter.value() == row.value);
-        REQUIRE(owner.told.size() == (row.isTold ? 1 : 0));
-        if (!row.isTold) continue;
-        CHECK(owner.told[0].id == 0);
-        CHECK(owner.told[0].value == row.value);
-        CHECK(owner.told[0].flags == AbstractPluginParameter::hostKnows);
-    }
-    CHECK(parameter.normalize(1.0f) == 0.75f);
-    CHECK(parameter.denormalize(0.75f) == 1.0f);
+    check(level, {{0.5f, 0.5f, false},
+                  {0.5f + 1e-7f, 0.5f, false},
+                  {0.5f + 3e-7f, 0.5f + 3e-7f, true},
+                  {5.0f, 2.0f, true},
+                  {3.0f, 2.0f, false},
+                  {notANumber, -2.0f, true}});
+    check(colour, {{1.9f, 1.0f, false},
+                   {2.0f, 2.0f, true},
+                   {1e30f, 2.0f, false},
+                   {-0.5f, 0.0f, true},
+                   {notANumber, 0.0f, false}});
 }
 
-TEST_CASE("FloatParamPluginParameter: gives its value to each control value when applied") {
+TEST_CASE("Parameters: what is applied reaches every target, and leaves the value alone") {
     wave::Environment environment;
     wave::FloatParameter first(&environment, 0.0f), second(&environment, 0.0f);
+    Property<Colour> property(Colour::Red);
     Owner owner;
-    FloatParamPluginParameter parameter(&owner, "Level");
-    parameter.addTarget(&first);
-    parameter.addTarget(&second);
-    parameter.setValue(0.5f, 0);
+    FloatParamPluginParameter level(&owner, "Level");
+    PropPluginParameter<Colour> colour(&owner, "Colour", {0, 2, 1});
+    level.addTarget(&first);
+    level.addTarget(&second);
+    colour.addProperty(&property);
+    level.setValue(0.5f, AbstractPluginParameter::hostKnows);
     CHECK(first.getTarget() == 0.0f);
-    parameter.applyValue(0.5f);
+    level.applyValue(0.5f);
+    colour.applyValue(2.0f);
     CHECK(first.getTarget() == 0.5f);
     CHECK(second.getTarget() == 0.5f);
-}
-
-enum class Colour : std::int32_t { Red, Green, Blue };
-
-TEST_CASE("IndexedPluginParameter: cuts to whole steps, once told for each") {
-    Owner owner;
-    PropPluginParameter<Colour> parameter(&owner, "Colour", {0, 2, 1});
-    Property<Colour> property(Colour::Red);
-    parameter.addProperty(&property);
-    struct Row {
-        float set, value;
-        bool isTold;
-    };
-    for (const Row& row : {Row{1.9f, 1.0f, false}, Row{2.0f, 2.0f, true}, Row{1e30f, 2.0f, false},
-                           Row{-0.5f, 0.0f, true}, Row{notANumber, 0.0f, false}}) {
-        INFO("set to " << row.set);
-        owner.told.clear();
-        parameter.setValue(row.set, 0);
-        CHECK(parameter.value() == row.value);
-        CHECK(owner.told.size() == (row.isTold ? 1 : 0));
-    }
-    parameter.applyValue(2.0f);
     CHECK(property.get() == Colour::Blue);
-    CHECK(parameter.typedValue() == Colour::Red);
+    CHECK(colour.typedValue() == Colour::Green);
 }
 
-TEST_CASE("IndexedPluginParameter: denormalize rounds to the nearest step, and inverts normalize") {
+TEST_CASE("Parameters: denormalize inverts normalize, rounds to the nearest step and clamps") {
     Owner owner;
-    PropPluginParameter<int> parameter(&owner, "Steps", {-4, 4, 0});
-    for (int step = -4; step <= 4; ++step) {
-        const auto value = static_cast<float>(step);
-        CHECK(parameter.denormalize(parameter.normalize(value)) == value);
+    FloatPluginParameter level(&owner, "Level", {-2.0f, 2.0f, 0.5f});
+    CHECK(level.normalize(1.0f) == 0.75f);
+    CHECK(level.denormalize(0.75f) == 1.0f);
+    PropPluginParameter<int> steps(&owner, "Steps", {-4, 4, 0}), single(&owner, "One", {5, 5, 5});
+    for (float value = -4.0f; value <= 4.0f; ++value) {
+        CHECK(steps.denormalize(steps.normalize(value)) == value);
+        CHECK(steps.denormalize((value + 3.5f) / 8.0f) == std::max(value, -4.0f));  // half way: up
     }
-    for (int k = 0; k < 8; ++k)  // half way rounds up
-        CHECK(parameter.denormalize((static_cast<float>(k) + 0.5f) / 8.0f) ==
-              static_cast<float>(k - 3));
-    CHECK(parameter.denormalize(0.0f) == -4.0f);
-    CHECK(parameter.denormalize(1.0f) == 4.0f);
-    CHECK(parameter.denormalize(7.0f) == 4.0f);
-    CHECK(parameter.denormalize(notANumber) == -4.0f);
-    PropPluginParameter<int> single(&owner, "One", {5, 5, 5});
+    CHECK(steps.denormalize(7.0f) == 4.0f);
+    CHECK(steps.denormalize(notANumber) == -4.0f);
     CHECK(single.normalize(5.0f) == 0.0f);
     CHECK(single.denormalize(0.7f) == 5.0f);
 }
