@@ -14,14 +14,13 @@ namespace {
 
 using std::numbers::pi;
 
-struct Row {
+// An edge is a float: the last printed digit depends on its rounding.
+const struct {
     int order;
-    float edge;  // a float: the last printed digit depends on its rounding
+    float edge;
     std::vector<double> coefficients;
     double stopbandPeakDb;
-};
-
-const Row published[] = {
+} published[] = {
     {13,
      1.4891149f,
      {0.08481530, 0.28906272, 0.51689161, 0.70642811, 0.84587664, 0.95155773},
@@ -34,60 +33,33 @@ const Row published[] = {
      -85.3},
 };
 
-std::vector<double> designed(int order, double edge) {
-    std::vector<double> coefficients(static_cast<std::size_t>(order / 2));
-    sr::designHalfBand(order, edge, coefficients);
-    return coefficients;
-}
-
 /// H(z) = (A(z^2) + B(z^2) / z) / 2 at z = exp(i angle).
-double magnitude(const std::vector<double>& coefficients, double angle) {
+double magnitude(const std::vector<float>& coefficients, double angle) {
     const std::complex<double> delay = std::polar(1.0, -angle);
     std::complex<double> branches[2] = {1.0, delay};
     for (std::size_t i = 0; i < coefficients.size(); ++i) {
-        const double c = coefficients[i];
+        const auto c = static_cast<double>(coefficients[i]);
         branches[i % 2] *= (c + delay * delay) / (1.0 + c * delay * delay);
     }
     return std::abs(branches[0] + branches[1]) / 2.0;
 }
 
-double peakDb(const std::vector<double>& coefficients, double from, double to) {
-    constexpr int numPoints = 20000;
-    double peak = 0.0;
-    for (int i = 0; i <= numPoints; ++i)
-        peak = std::max(peak, magnitude(coefficients, from + (to - from) * i / numPoints));
-    return 20.0 * std::log10(peak);
-}
-
 }  // namespace
 
 TEST_CASE("EllipticDesign: coefficients to the last digit, stopband peaks to 0.1 dB") {
-    for (const Row& row : published) {
+    for (const auto& row : published) {
+        INFO("order " << row.order << ", edge " << row.edge);
         const auto edge = static_cast<double>(row.edge);
-        const auto coefficients = designed(row.order, edge);
-        INFO("order " << row.order << ", edge " << edge);
+        std::vector<double> coefficients(static_cast<std::size_t>(row.order / 2));
+        sr::designHalfBand(row.order, edge, coefficients);
         REQUIRE(coefficients.size() == row.coefficients.size());
         for (std::size_t i = 0; i < coefficients.size(); ++i)
             CHECK(std::round(coefficients[i] * 1e8) == std::round(row.coefficients[i] * 1e8));
 
-        std::vector<double> rounded;
-        for (const double c : coefficients)
-            rounded.push_back(static_cast<double>(static_cast<float>(c)));
-        CHECK(std::abs(peakDb(rounded, pi - edge, pi) - row.stopbandPeakDb) < 0.1);
+        const std::vector<float> rounded(coefficients.begin(), coefficients.end());
+        double peak = 0.0;
+        for (int i = 0; i <= 20000; ++i)
+            peak = std::max(peak, magnitude(rounded, pi - edge * i / 20000));
+        CHECK(std::abs(20.0 * std::log10(peak) - row.stopbandPeakDb) < 0.1);
     }
-}
-
-TEST_CASE("EllipticDesign: every design is stable, and its stopband ripples at one height") {
-    for (int order = 3; order <= 13; order += 2)
-        for (const double edge : {0.8, 1.0367255, 1.3, 1.4891149}) {
-            const auto coefficients = designed(order, edge);
-            INFO("order " << order << ", edge " << edge);
-            CHECK(std::ranges::is_sorted(coefficients));
-            CHECK(coefficients.front() > 0.0);
-            CHECK(coefficients.back() < 1.0);
-            // The first ripple stands at the stopband's edge, the others at the same height.
-            const double atEdge = 20.0 * std::log10(magnitude(coefficients, pi - edge));
-            CHECK(std::abs(peakDb(coefficients, pi - edge + 1e-3, pi) - atEdge) < 0.1);
-            CHECK(magnitude(coefficients, 0.0) == doctest::Approx(1.0).epsilon(1e-12));
-        }
 }

@@ -43,9 +43,10 @@ TEST_CASE("IIRPhaseCompensator: nulls against the trip through an oversampled st
             CompensatorRig rig(rate, requested);
             const Signal in = rng.noise(1000);
             const Signal expected = test::roundTrip(rig.style, in);
-            CHECK(test::sameBits(rig.render(in, rng.pieces(1000, 256)), expected));
-            rig.environment.reset(wave::Environment::ResetMode::All);
-            CHECK(test::sameBits(rig.render(in, rng.pieces(1000, 256)), expected));
+            for (int run = 0; run < 2; ++run) {
+                CHECK(test::sameBits(rig.render(in, rng.pieces(1000, 256)), expected));
+                rig.environment.reset(wave::Environment::ResetMode::All);
+            }
         }
 }
 
@@ -55,10 +56,9 @@ TEST_CASE("IIRPhaseCompensator: at factor 1 the output is the input block itself
         const Signal in(64, 0.5f);
         CHECK(test::sameBits(rig.render(in, {64}), in));
         CHECK(rig.compensator.getOutput() == rig.input.getOutput());
-        // Coming back to oversampling it renders into its own block again.
         rig.environment.setSampleRate(44100.0f);
         rig.style.setFactor(8);
-        CHECK_FALSE(test::sameBits(rig.render(in, {64}), in));
+        CHECK_FALSE(test::sameBits(rig.render(in, {64}), in));  // in its own block again
         CHECK(rig.compensator.getOutput() != rig.input.getOutput());
     }
 }
