@@ -18,71 +18,51 @@ using test::SignalSource;
 
 constexpr int length = 700;
 
-/// What the table of operations says, for the inputs of one sample, slowly.
-float combined(Mixer::Operation operation, const std::vector<float>& c, float lastRatio) {
-    using enum Mixer::Operation;
-    const bool magnitude = operation == Peak || operation == RatioLimited ||
-                           operation == RatioFloored || operation == RatioHeld;
-    float y = magnitude ? std::abs(c[0]) : c[0];
-    for (std::size_t i = 1; i < c.size(); ++i) {
-        const float a = std::abs(c[i]);
-        switch (operation) {
-            case Sum:
-                y += c[i];
-                break;
-            case Difference:
-                y -= c[i];
-                break;
-            case Peak:
-                y = std::max(y, a);
-                break;
-            case Product:
-                y *= c[i];
-                break;
-            case RatioLimited:
-                y = a == 0.0f ? 0.0f : std::min(y / a, 1.0f);
-                break;
-            case RatioFloored:
-                y = std::max(y, 1e-9f) / std::max(a, 1e-9f);
-                break;
-            case RatioHeld:
-                y = a > 1e-9f ? y / a : lastRatio;
-                break;
-            case Maximum:
-                y = std::max(y, c[i]);
-                break;
-            case Minimum:
-                y = std::min(y, c[i]);
-                break;
-        }
-    }
-    return y;
-}
+/// What the table of operations says: the start, and how each further input joins it.
+const struct {
+    bool startsAtMagnitude;
+    float (*join)(float y, float c);
+} operations[] = {
+    {false, [](float y, float c) { return y + c; }},
+    {false, [](float y, float c) { return y - c; }},
+    {true, [](float y, float c) { return std::max(y, std::abs(c)); }},
+    {false, [](float y, float c) { return y * c; }},
+    {true, [](float y, float c) { return c == 0.0f ? 0.0f : std::min(y / std::abs(c), 1.0f); }},
+    {true, [](float y, float c) { return std::max(y, 1e-9f) / std::max(std::abs(c), 1e-9f); }},
+    {true, [](float y, float c) { return std::abs(c) > 1e-9f ? y / std::abs(c) : 1.0f; }},
+    {false, [](float y, float c) { return std::max(y, c); }},
+    {false, [](float y, float c) { return std::min(y, c); }},
+};
 
-TEST_CASE("Mixer: every operation combines its connected inputs as the table says") {
+TEST_CASE("Mixer: every operation combines its connected inputs, however the block is cut") {
     test::Rng rng = test::Rng::fromEnvironment();
     for (int operation = 0; operation <= 8; ++operation) {
-        wave::Environment environment;
-        Mixer mixer(&environment, 4);
-        mixer.operation = static_cast<Mixer::Operation>(operation);
+        const auto& [startsAtMagnitude, join] = operations[operation];
         std::vector<std::vector<float>> signals;
-        std::vector<std::unique_ptr<SignalSource>> sources;
-        for (int i : {0, 2, 3}) {  // input 1 stays unconnected
+        for (int i : {0, 20, 30}) {
             signals.push_back(rng.noise(length));
-            std::fill_n(signals.back().begin() + 10 * i, 3, 0.0f);
-            sources.push_back(std::make_unique<SignalSource>(&environment, signals.back()));
-            mixer.connect(i, sources.back().get());
+            std::fill_n(signals.back().begin() + i, 3, 0.0f);
         }
-        mixer.input(2).gain.assign(0.5f);  // jumps: nothing has run yet
-        const std::vector<float> out = play(environment, mixer, length, 256);
-        int wrong = 0;
-        for (std::size_t t = 0; t < length; ++t) {
-            const float expected =
-                combined(mixer.operation, {signals[0][t], signals[1][t] * 0.5f, signals[2][t]}, 1);
-            wrong += std::abs(out[t] - expected) > 1e-6f * std::max(1.0f, std::abs(expected));
+        for (const int blockSize : {256, 255, 64, 3, 1}) {
+            if (operation == 6 && blockSize < 64) continue;  // it holds the end of the last block
+            wave::Environment environment;
+            Mixer mixer(&environment, 4);
+            mixer.operation = static_cast<Mixer::Operation>(operation);
+            SignalSource a(&environment, signals[0]), b(&environment, signals[1]);
+            SignalSource c(&environment, signals[2]);
+            mixer.connect(0, &a), mixer.connect(2, &b), mixer.connect(3, &c);  // 1 unconnected
+            mixer.input(2).gain.assign(0.5f);  // jumps: nothing has run yet
+            const std::vector<float> out = play(environment, mixer, length, blockSize);
+            int wrong = 0;
+            for (std::size_t t = 0; t < length; ++t) {
+                const float x = signals[0][t];
+                const float expected = join(
+                    join(startsAtMagnitude ? std::abs(x) : x, signals[1][t] * 0.5f), signals[2][t]);
+                wrong += std::abs(out[t] - expected) > 1e-6f * std::max(1.0f, std::abs(expected));
+            }
+            INFO("operation " << operation << ", block " << blockSize << ", seed " << rng.seed());
+            CHECK(wrong == 0);
         }
-        INFO("operation " << operation << ", seed " << rng.seed());
-        CHECK(wrong == 0);
     }
 }
 
@@ -114,25 +94,6 @@ TEST_CASE("Mixer: a plain sum leaves out what is faded out, and hands on a lone 
     CHECK((*mixer.getOutput())[0] == 0.25f);
 }
 
-TEST_CASE("Mixer: the sum is the same however the block is cut, and its gain ramps do not step") {
-    test::Rng rng = test::Rng::fromEnvironment();
-    const std::vector<float> x = rng.noise(length), y = rng.noise(length);
-    const auto mixed = [&](int blockSize) {
-        wave::Environment environment;
-        SignalSource a(&environment, x), b(&environment, y);
-        Mixer mixer(&environment, 2);
-        mixer.connect(0, &a);
-        mixer.connect(1, &b);
-        mixer.input(0).gain.assign(0.3f);
-        return play(environment, mixer, length, blockSize);
-    };
-    const std::vector<float> whole = mixed(256);
-    for (int blockSize : {1, 3, 64, 255}) {
-        INFO("block " << blockSize << ", seed " << rng.seed());
-        CHECK(mixed(blockSize) == whole);
-    }
-}
-
 TEST_CASE("StaticMixer: one sample while all is constant, the lone unity input by pointer") {
     wave::Environment environment;
     SignalSource constant(&environment, 0.5f), other(&environment, -0.25f);
@@ -149,17 +110,15 @@ TEST_CASE("StaticMixer: one sample while all is constant, the lone unity input b
 }
 
 TEST_CASE("EffectMixer: the laws in the middle, and at either end only one side is pulled") {
-    struct Row {
+    using enum EffectMixer::PanningLaw;
+    constexpr float half = 0.70710678f;
+    const struct {
         EffectMixer::PanningLaw law;
         float m, dry, wet;
-    };
-    constexpr float half = 0.70710678f;
-    for (const Row& row : {Row{EffectMixer::PanningLaw::BothFull, 0.0f, 1.0f, 1.0f},
-                           Row{EffectMixer::PanningLaw::BothFull, 0.5f, 0.5f, 1.0f},
-                           Row{EffectMixer::PanningLaw::BothFull, -0.5f, 1.0f, 0.5f},
-                           Row{EffectMixer::PanningLaw::Linear, 0.0f, 0.5f, 0.5f},
-                           Row{EffectMixer::PanningLaw::Linear, 0.5f, 0.25f, 0.75f},
-                           Row{EffectMixer::PanningLaw::EqualPower, 0.0f, half, half}}) {
+    } rows[] = {{BothFull, 0.0f, 1.0f, 1.0f},  {BothFull, 0.5f, 0.5f, 1.0f},
+                {BothFull, -0.5f, 1.0f, 0.5f}, {Linear, 0.0f, 0.5f, 0.5f},
+                {Linear, 0.5f, 0.25f, 0.75f},  {EqualPower, 0.0f, half, half}};
+    for (const auto& row : rows) {
         wave::Environment environment;
         SignalSource dry(&environment, std::vector<float>{1.0f, 0.0f});
         SignalSource wet(&environment, std::vector<float>{0.0f, 1.0f});
