@@ -57,62 +57,42 @@ TEST_CASE("clip: every curve is its definition, for any power and negative scale
     for (int curve = 0; curve < numCurves; ++curve)
         for (const float power : {1.0f, 0.8f, 2.0f})
             for (const float scale : {1.0f, 0.5f, 3.0f})
-                for (double level = 1e-3; level < 50.0; level *= 1.07)
-                    for (const double x : {level, -level}) {
-                        const auto sample = static_cast<float>(x);
-                        const double expected =
-                            defined(static_cast<double>(sample), curve, static_cast<double>(power),
-                                    static_cast<double>(scale));
-                        INFO(std::string(curveNames[curve])
-                             << " of " << sample << ", power " << power << ", negative scale "
-                             << scale);
-                        REQUIRE(static_cast<double>(clip(sample, curve, power, scale)) ==
-                                doctest::Approx(expected).epsilon(2e-7));
-                    }
+                for (double level = 1e-3; std::fabs(level) < 50.0; level *= -1.035) {
+                    const auto x = static_cast<float>(level);
+                    INFO(std::string(curveNames[curve])
+                         << " of " << x << ", power " << power << ", negative scale " << scale);
+                    REQUIRE(static_cast<double>(clip(x, curve, power, scale)) ==
+                            doctest::Approx(defined(static_cast<double>(x), curve,
+                                                    static_cast<double>(power),
+                                                    static_cast<double>(scale)))
+                                .epsilon(2e-7));
+                }
 }
 
-TEST_CASE("clip: 0, NaN and infinity, and numbers without a curve") {
-    for (int curve = -1; curve <= 15; ++curve)
+TEST_CASE("clip: 0, next to 0, NaN and infinity, and numbers without a curve") {
+    for (int curve = -1; curve <= 15; ++curve) {
+        INFO("curve " << curve);
         for (const float power : {1.0f, 0.8f, 20.0f}) {
-            INFO("curve " << curve << ", power " << power);
             for (const float none : {0.0f, -0.0f, notANumber})
                 CHECK(clip(none, curve, power, 0.5f) == 0.0f);
             CHECK(clip(-1.0f, curve, power, 0.0f) == 0.0f);
             CHECK(!std::isnan(clip(infinity, curve, power, 0.5f)));
             CHECK(!std::isnan(clip(-3e38f, curve, power, 0.5f)));
         }
-    for (int curve = 0; curve < numCurves; ++curve) {
-        INFO(std::string(curveNames[curve]));
-        const bool endsAtOne = curve != noCurve && curve != tubeCurve && curve != softFoldCurve;
-        if (endsAtOne) {
+        for (const float sign : {1.0f, -1.0f})  // a straight line
+            CHECK(clip(sign * 1e-30f, curve, 1.0f, 0.5f) / clip(sign * 1e-10f, curve, 1.0f, 0.5f) *
+                      1e20f ==
+                  doctest::Approx(1.0f).epsilon(1e-6));
+        if (curve < 0 || curve >= numCurves || curve == noCurve) {
+            CHECK(clip(-infinity, curve, 0.8f, 0.5f) == -infinity);
+        } else if (curve != tubeCurve && curve != softFoldCurve) {
             CHECK(clip(infinity, curve, 20.0f, 0.5f) == 1.0f);
             CHECK(clip(-infinity, curve, 20.0f, 0.5f) == (curve == rectifyCurve ? 2.0f : -2.0f));
         }
     }
-    CHECK(clip(-infinity, noCurve, 0.8f, 0.5f) == -infinity);
     CHECK(clip(0.3f, 14, 0.8f, 0.5f) == 0.3f);
-    CHECK(clip(-1e-41f, -1, 0.8f, 0.5f) == -1e-41f);
     CHECK(clip(infinity, tubeCurve, 1.0f, 1.0f) == 0.62993276f);
     CHECK(clip(-infinity, tubeCurve, 1.0f, 1.0f) == -1.175451f);
     CHECK(clip(infinity, softFoldCurve, 1.0f, 1.0f) == 10.0f);
     CHECK(clip(-infinity, softFoldCurve, 1.0f, 1.0f) == doctest::Approx(-7.92922));
-}
-
-TEST_CASE("clip: next to 0 every curve is a straight line") {
-    for (int curve = 0; curve < numCurves; ++curve)
-        for (const float sign : {1.0f, -1.0f}) {
-            INFO(std::string(curveNames[curve]) << ", sign " << sign);
-            const float near = clip(sign * 1e-10f, curve, 1.0f, 0.5f);
-            const float nearer = clip(sign * 1e-30f, curve, 1.0f, 0.5f);
-            CHECK(nearer / near * 1e20f == doctest::Approx(1.0f).epsilon(1e-6));
-        }
-}
-
-TEST_CASE("tube: its three pieces meet within the rounding of a float") {
-    for (const double seam : {-1.754818, 0.320018}) {
-        INFO("at " << seam);
-        CHECK(std::fabs(tube(seam + 1e-12) - tube(seam - 1e-12)) < 1.2e-7);
-    }
-    // Here the two pieces miss each other by 7e-5, as they are given.
-    CHECK(std::fabs(tube(-0.08905 + 1e-12) - tube(-0.08905 - 1e-12)) < 1e-4);
 }
