@@ -65,28 +65,24 @@ TEST_CASE("AsyncEventQueue: what a handler posts waits, unless it runs a loop th
 }
 
 TEST_CASE("AsyncEventQueue: posts of four threads reach the owner's thread, each in its order") {
-    constexpr int perThread = 5000, numThreads = 4;
+    constexpr int perThread = 5000;
     const auto queue = AsyncEventQueue::create();
-    std::vector<int> next(numThreads, 0);
-    int wrong = 0, handled = 0;
+    int next[4] = {}, wrong = 0, handled = 0;
     queue->setHandler([&, owner = std::this_thread::get_id()](int event, int argument) {
-        if (std::this_thread::get_id() != owner) ++wrong;
-        if (argument != next[static_cast<std::size_t>(event)]++) ++wrong;
+        wrong += std::this_thread::get_id() != owner || argument != next[event]++;
     });
     std::vector<std::thread> threads;
-    for (int thread = 0; thread < numThreads; ++thread)
+    for (int thread = 0; thread < 4; ++thread)
         threads.emplace_back([&, thread] {
             for (int i = 0; i < perThread; ++i)
                 queue->post(thread, i);
         });
     // Waits without a time limit of its own: a lost wake-up would end in the runner's.
-    while (handled < perThread * numThreads) {
-        if (!isReadable(*queue, -1)) break;
+    while (handled < 4 * perThread && isReadable(*queue, -1))
         handled += queue->dispatch();
-    }
     for (std::thread& thread : threads)
         thread.join();
-    CHECK(handled == perThread * numThreads);
+    CHECK(handled == 4 * perThread);
     CHECK(wrong == 0);
     queue->post(0, perThread);  // left over: the destructor drops it
 }
