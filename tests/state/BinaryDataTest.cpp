@@ -67,32 +67,20 @@ Sample readSample(const std::string& bytes) {
     return read;
 }
 
-TEST_CASE("BinaryData: the bytes on the stream are fixed, and reading them gives the values back") {
+TEST_CASE("BinaryData: bytes are fixed; a truncation fails the stream and leaves 0 for the rest") {
     CHECK(writeSample() == sampleBytes);
-    const Sample read = readSample(sampleBytes);
-    CHECK(read.magic == "KN");
-    CHECK(read.version == -2);
-    CHECK(read.text == "\xc3\xa4\0b"s);
-    CHECK(read.empty.empty());
-    CHECK(read.word == 0x01020304);
-    CHECK(read.unsignedWord == 0xfffefdfcu);
-    CHECK(read.number == -2.0f);
-    CHECK(read.pair == std::array{1.0f, 0.5f});
-    CHECK(read.good);
-}
-
-TEST_CASE("BinaryData: any truncation fails the stream and leaves 0 for what is missing") {
-    for (std::size_t length = 0; length < sampleBytes.size(); ++length) {
+    for (std::size_t length = 0; length <= sampleBytes.size(); ++length) {
         INFO("length " << length);
         const Sample read = readSample(sampleBytes.substr(0, length));
-        CHECK_FALSE(read.good);
+        CHECK(read.good == (length == 40));
         CHECK(read.magic == (length < 8 ? "" : "KN"));
         CHECK(read.version == (length < 8 ? -1 : -2));
         CHECK(read.text == (length < 16 ? ""s : "\xc3\xa4\0b"s));
+        CHECK(read.empty.empty());
         CHECK(read.word == (length < 24 ? 0 : 0x01020304));
         CHECK(read.unsignedWord == (length < 28 ? 0u : 0xfffefdfcu));
         CHECK(read.number == (length < 32 ? 0.0f : -2.0f));
-        CHECK(read.pair == std::array{length < 36 ? 0.0f : 1.0f, 0.0f});
+        CHECK(read.pair == std::array{length < 36 ? 0.0f : 1.0f, length < 40 ? 0.0f : 0.5f});
     }
 }
 
@@ -111,10 +99,7 @@ TEST_CASE("BinaryData: every bit pattern of a float survives, NaN payloads inclu
 }
 
 TEST_CASE("BinaryDataWriter: a magic is cut or padded to 4 characters") {
-    for (const auto& [given, stored] : {std::pair{""s, "\0\0\0\0"s},
-                                        {"A"s, "A\0\0\0"s},
-                                        {"KNBS"s, "KNBS"s},
-                                        {"KNBSX"s, "KNBS"s}}) {
+    for (const auto& [given, stored] : {std::pair{"A"s, "A\0\0\0"s}, {"KNBSX"s, "KNBS"s}}) {
         std::ostringstream stream;
         BinaryDataWriter(stream).writeHeader(given, 1);
         CHECK(stream.str() == stored + "\x01\0\0\0"s);
@@ -142,9 +127,9 @@ TEST_CASE("BinaryDataReader: a string's count below 1 takes nothing, an absurd o
         bool good;
     };
     constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
-    for (const Case& c : {Case{0, 9, 0, true}, Case{-1, 9, 0, true}, Case{-most - 1, 9, 0, true},
-                          Case{9, 9, 9, true}, Case{9000, 9000, 9000, true}, Case{10, 9, 0, false},
-                          Case{most, 10000, 0, false}}) {
+    for (const Case& c :
+         {Case{-1, 9, 0, true}, Case{-most - 1, 9, 0, true}, Case{9000, 9000, 9000, true},
+          Case{10, 9, 0, false}, Case{most, 10000, 0, false}}) {
         INFO("count " << c.count << ", bytes behind it " << c.following);
         std::ostringstream bytes;
         writeValue(bytes, c.count);
