@@ -15,7 +15,12 @@ using Response = CrossoverFilter::Response;
 MultiBand::Crossover::Split::Split(wave::Environment* environment)
     : branches{
           Branch{CrossoverFilter(environment, Response::LowPass), wave::Forwarder(environment)},
-          Branch{CrossoverFilter(environment, Response::HighPass), wave::Forwarder(environment)}} {}
+          Branch{CrossoverFilter(environment, Response::HighPass), wave::Forwarder(environment)}} {
+    // A channel alone runs them as two lanes: they hear the same.
+    auto& [low, high] = branches;
+    low.filter.setPartner(&high.filter);
+    low.filter.link(BiquadFilter::LinkMode::Separate);
+}
 
 MultiBand::Crossover::Crossover(wave::Environment* environment)
     : frequency(environment, 10.0f, 0.0f, 15.0f),
