@@ -69,6 +69,7 @@ TEST_CASE("Variable block size: blocks follow and keep their meaning, fixed ones
             CHECK(doubles.size() == size);
             CHECK(fixed.size() == 1024);
             const float* const silence = environment.getZeroBlock()->data();
+            parameter.render(1, &isConstant);  // the rest is filled in by the next one
             const float* const values = parameter.render(size, &isConstant)->data();
             CHECK(std::count(silence, silence + size, 0.0f) == size);
             CHECK(std::count(constant.data(), constant.data() + size, 0.25f) == size);

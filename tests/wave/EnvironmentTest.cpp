@@ -29,9 +29,7 @@ struct LoggingSink final : Producer {
     void render(BasicBlock<float>*, int, unsigned flags) noexcept override {
         const test::RealtimePause notes;
         *log += name;
-        *log += flags == Environment::writeVisit  ? '2'
-                : flags == Environment::sinkVisit ? '1'
-                                                  : '0';
+        *log += std::to_string(flags);
         if (whenVisited) whenVisited();
     }
     char name;
@@ -54,7 +52,8 @@ struct SinkOrder {
         std::string log;
         for (int kind = 0; kind < 3; ++kind)
             for (char name : lists[kind])
-                log += {name, kind == 0 ? '2' : '1'};
+                log += name +
+                       std::to_string(kind == 0 ? Environment::writeVisit : Environment::sinkVisit);
         return log;
     }
     std::string lists[3];
@@ -79,23 +78,20 @@ TEST_CASE("Environment: sinks run by priority, whatever was added, moved, switch
             if (!sink) continue;
             done += name;
             done += std::to_string(operation) + " ";
-            const bool wasActive = sink->isActive();
-            const bool becomesSink = operation < 8;
-            const bool switchesOn = operation >= 14;
+            const bool wasActive = sink->isActive(), becomesSink = operation < 8;
             if (becomesSink) priorities[i] = static_cast<unsigned>(rng.integer(0, 4));
             if (operation == 20) {
                 sinks[i].reset();
-                order.remove(name);
             } else {
                 const test::RealtimeGuard guard;
                 if (becomesSink)
                     sink->setRenderPriority(priorities[i]);
                 else
-                    sink->setActive(switchesOn);
+                    sink->setActive(operation >= 14);
             }
-            if (becomesSink || !switchesOn) order.remove(name);
-            if (priorities[i] != 99 && (becomesSink ? wasActive : switchesOn && !wasActive))
-                if (sinks[i]) order.add(name, priorities[i]);
+            const bool isRun = sinks[i] && sinks[i]->isActive() && priorities[i] != 99;
+            if (becomesSink || !isRun) order.remove(name);
+            if (isRun && (becomesSink || !wasActive)) order.add(name, priorities[i]);
             log.clear();
             runCycle(environment, 1);
             INFO("done: " << done);
@@ -134,11 +130,10 @@ TEST_CASE(
             sinks.back()->setRenderPriority(static_cast<unsigned>(rng.integer(0, 2)));
             if (rng.integer(0, 3) == 0) sinks.back()->setActive(false);
         }
-        std::string active, mustRun, mayRun;
+        std::string active;
         for (const auto& sink : sinks)
             if (sink->isActive()) active += sink->name;
-        mustRun = active;
-        mayRun = active;
+        std::string mustRun = active, mayRun = active;
         for (const auto& sink : sinks)
             sink->whenVisited = [&, from = sink.get()] {
                 for (int k = rng.integer(0, 3); k > 0; --k) {

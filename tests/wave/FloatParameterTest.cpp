@@ -46,7 +46,6 @@ struct Knob {
         }
         return out;
     }
-    /// Length of the ramp under way, in samples.
     int rampLength() {
         int length = 0;
         while (run(1), statuses == "r")
@@ -91,11 +90,6 @@ TEST_CASE("FloatParameter: the automatic ramp follows its law") {
             const double slack = 1.01 + length * 1e-4 + 2e-7 / std::abs(part) * length;
             CHECK(std::abs(knob.rampLength() - length) <= slack);
         }
-    for (const auto& [step, length] : {std::pair{1.0f, 882}, {0.3f, 882}, {1e-6f, 6614}}) {
-        Knob knob;
-        knob->assign(step);
-        CHECK(knob.rampLength() == length);
-    }
 }
 
 TEST_CASE("FloatParameter: a ramp is a straight line from its start; the target follows exactly") {
@@ -226,22 +220,6 @@ TEST_CASE("FloatParameter: a ramp nobody pulls goes on in silence; a reset or a 
         knob.set(0.0f, 20.0f);
         CHECK(knob.rampLength() == (way == 3 ? 1920 : 882));
     }
-}
-
-TEST_CASE("FloatParameter: a constant block is written once, and only where it is not yet") {
-    Environment environment;
-    FloatParameter parameter(&environment, 0.5f);
-    bool isConstant = false;
-    float* const block = parameter.render(64, &isConstant)->data();
-    CHECK(isConstant);
-    std::fill_n(block, 256, -1.0f);  // what is written from here on shows
-    parameter.render(32, &isConstant);
-    parameter.render(256, &isConstant);
-    CHECK(std::count(block, block + 64, -1.0f) == 64);
-    CHECK(std::count(block + 64, block + 256, 0.5f) == 192);
-    parameter.setValue(0.75f, 0.0f);
-    parameter.render(256, &isConstant);
-    CHECK(std::count(block, block + 256, 0.75f) == 256);
 }
 
 TEST_CASE("FloatParameter: absurd values stay within the limits, absurd times jump or crawl") {
