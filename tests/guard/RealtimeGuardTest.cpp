@@ -42,73 +42,61 @@ TEST_CASE("RealtimeGuard: bites on every forbidden thing") {
     std::condition_variable condition;
     sem_t semaphore;
     sem_init(&semaphore, 0, 1);
-    std::vector<float> grown(1);
-    void* const block = std::malloc(100);
-    int* const number = new int(3);
     std::thread runs([] {}), ends([] {});
-    std::function<int()> closure;
-    std::array<char, 100> capture{};
+    std::once_flag once;
+    const auto thrown = [] {
+        try {
+            throw 1;
+        } catch (int) {
+        }
+    };
+    const auto local = [] {
+        static const int first = blockSize;
+        blockSize = first;
+    };
+    const auto aligned = [] {
+        void* memory = nullptr;
+        if (posix_memalign(&memory, 64, 640) == 0) kept = memory;
+    };
+    const auto freed = [] { std::free(kept); };
 
     struct Case {
         const char* name;
         Forbidden kind;
         std::function<void()> act;
     };
+    kept = std::malloc(100);
     const Case cases[] = {
+        // clang-format off
+        {"free of before", Forbidden::Release, freed},
         {"malloc", Forbidden::Allocation, [] { kept = std::malloc(10); }},
-        {"free", Forbidden::Release, [] { std::free(kept); }},
-        {"calloc", Forbidden::Allocation, [] { kept = std::calloc(3, 10); }},
         {"realloc", Forbidden::Allocation, [] { kept = std::realloc(kept, 5000); }},
-        {"free again", Forbidden::Release, [] { std::free(kept); }},
+        {"free", Forbidden::Release, freed},
+        {"calloc", Forbidden::Allocation, [] { kept = std::calloc(3, 10); }},
+        {"free again", Forbidden::Release, freed},
         {"aligned_alloc", Forbidden::Allocation, [] { kept = std::aligned_alloc(64, 640); }},
-        {"free aligned", Forbidden::Release, [] { std::free(kept); }},
-        {"posix_memalign", Forbidden::Allocation,
-         [] {
-             void* memory = nullptr;
-             if (posix_memalign(&memory, 64, 640) == 0) kept = memory;
-         }},
-        {"free aligned again", Forbidden::Release, [] { std::free(kept); }},
-        {"free of before", Forbidden::Release, [&] { std::free(block); }},
+        {"free aligned", Forbidden::Release, freed},
+        {"posix_memalign", Forbidden::Allocation, aligned},
+        {"free aligned again", Forbidden::Release, freed},
         {"new", Forbidden::Allocation, [] { kept = new double; }},
         {"delete", Forbidden::Release, [] { delete static_cast<double*>(kept); }},
-        {"delete of before", Forbidden::Release, [&] { delete number; }},
-        {"vector", Forbidden::Allocation,
-         [&] { grown.resize(static_cast<std::size_t>(blockSize)); }},
-        {"closure", Forbidden::Allocation, [&] { closure = [capture] { return capture[0]; }; }},
-        {"throw", Forbidden::Allocation,
-         [] {
-             try {
-                 throw 1;
-             } catch (int) {
-             }
-         }},
+        {"throw", Forbidden::Allocation, thrown},
         {"lock", Forbidden::Lock, [&] { mutex.lock(); }},
         {"unlock", Forbidden::Lock, [&] { mutex.unlock(); }},
-        {"try_lock", Forbidden::Lock,
-         [&] {
-             if (mutex.try_lock()) mutex.unlock();
-         }},
+        {"try_lock", Forbidden::Lock, [&] { if (mutex.try_lock()) mutex.unlock(); }},
         {"lock_shared", Forbidden::Lock, [&] { std::shared_lock lock(shared); }},
         {"lock exclusive", Forbidden::Lock, [&] { std::unique_lock lock(shared); }},
         {"notify", Forbidden::Lock, [&] { condition.notify_all(); }},
         {"semaphore", Forbidden::Lock, [&] { sem_wait(&semaphore); }},
-        {"call_once", Forbidden::Lock,
-         [] {
-             static std::once_flag once;
-             std::call_once(once, [] {});
-         }},
-        {"local static", Forbidden::Lock,
-         [] {
-             static const int once = blockSize;
-             blockSize = once;
-         }},
+        {"call_once", Forbidden::Lock, [&] { std::call_once(once, [] {}); }},
+        {"local static", Forbidden::Lock, local},
         {"thread", Forbidden::Thread, [&] { runs = (runs.join(), std::thread([] {})); }},
         {"join", Forbidden::Thread, [&] { ends.join(); }},
+        // clang-format on
     };
     for (const Case& c : cases) {
         const RealtimeReport report = guarded(c.act);
         INFO(std::string(c.name) << ": " << report);
-        CHECK_FALSE(report.isClean());
         CHECK(report.of(c.kind) > 0);
         CHECK(report.firstName != nullptr);
         CHECK(report.numFrames > 1);
@@ -133,47 +121,38 @@ TEST_CASE("RealtimeGuard: bites on system calls, and lets them through") {
     }
     const int null = openNull();
     std::atomic<int> word{1};
+    const timespec nap{0, 1000};
+    timespec time{};
+    const auto masked = [] {
+        sigset_t all, before, inside;
+        sigfillset(&all);
+        sigprocmask(SIG_BLOCK, &all, &before);
+        const bool wrote = write(-1, "", 0) == -1;  // with the guard's own signal blocked
+        sigprocmask(SIG_SETMASK, &before, &inside);
+        return wrote && sigismember(&inside, SIGUSR1) == 1;
+    };
     struct Case {
-        const char* name;
         long number;
         std::function<bool()> act;  // true if the call did its work
     };
     const Case cases[] = {
-        {"write", SYS_write, [&] { return write(null, "abc", 3) == 3; }},
-        {"failed write", SYS_write, [] { return write(-1, "abc", 3) == -1 && errno == EBADF; }},
-        {"futex", SYS_futex,
-         [&] { return syscall(SYS_futex, &word, 1, 1, nullptr, nullptr, 0) == 0; }},
-        {"sleep", SYS_clock_nanosleep,
-         [] {
-             const timespec nap{0, 1000};
-             return nanosleep(&nap, nullptr) == 0;
-         }},
-        {"yield", SYS_sched_yield, [] { return sched_yield() == 0; }},
-        {"time of a thread", SYS_clock_gettime,
-         [] {
-             timespec time{};
-             return syscall(SYS_clock_gettime, CLOCK_THREAD_CPUTIME_ID, &time) == 0 &&
-                    time.tv_sec + time.tv_nsec > 0;
-         }},
-        {"six arguments", SYS_mmap,
-         [] {
-             return reinterpret_cast<void*>(syscall(SYS_mmap, nullptr, 4096, 3, 0x22, -1, 0)) !=
-                    reinterpret_cast<void*>(-1);
-         }},
-        {"signal mask", SYS_rt_sigprocmask,
-         [] {
-             sigset_t all, before, inside;
-             sigfillset(&all);
-             sigprocmask(SIG_BLOCK, &all, &before);
-             const bool wrote = write(-1, "", 0) == -1;  // with the guard's own signal blocked
-             sigprocmask(SIG_SETMASK, &before, &inside);
-             return wrote && sigismember(&inside, SIGUSR1) == 1;
-         }},
+        // clang-format off
+        {SYS_write, [&] { return write(null, "abc", 3) == 3; }},
+        {SYS_write, [] { return write(-1, "abc", 3) == -1 && errno == EBADF; }},
+        {SYS_futex, [&] { return syscall(SYS_futex, &word, 1, 1, nullptr, nullptr, 0) == 0; }},
+        {SYS_clock_nanosleep, [&] { return nanosleep(&nap, nullptr) == 0; }},
+        {SYS_sched_yield, [] { return sched_yield() == 0; }},
+        {SYS_clock_gettime,
+         [&] { return syscall(SYS_clock_gettime, CLOCK_THREAD_CPUTIME_ID, &time) == 0 &&
+                      time.tv_sec + time.tv_nsec > 0; }},
+        {SYS_mmap, [] { return syscall(SYS_mmap, nullptr, 4096, 3, 0x22, -1, 0) != -1; }},
+        {SYS_rt_sigprocmask, masked},
+        // clang-format on
     };
     for (const Case& c : cases) {
         bool worked = false;
         const RealtimeReport report = guarded([&] { worked = c.act(); });
-        INFO(std::string(c.name) << ": " << report);
+        INFO(report);
         CHECK(worked);
         CHECK(report.of(Forbidden::SystemCall) == 1);
         CHECK(report.firstNumber == c.number);
@@ -188,31 +167,6 @@ TEST_CASE("RealtimeGuard: bites on system calls, and lets them through") {
     close(null);
 }
 
-TEST_CASE("RealtimeGuard: clean work passes, and so does what happens elsewhere") {
-    std::vector<float> samples(256, 0.5f);
-    std::atomic<bool> stop{false};
-    std::atomic<int> rounds{0};
-    std::thread busy([&] {
-        while (!stop) {
-            kept = std::malloc(100);
-            std::free(kept);
-            ++rounds;
-        }
-    });
-    while (rounds == 0)
-        std::this_thread::yield();
-    const RealtimeReport report = guarded([&] {
-        const int before = rounds;
-        for (int pass = 0; pass < 1000 || rounds == before; ++pass)
-            for (float& sample : samples)
-                sample = sample * 0.99f + 0.01f;
-        std::free(nullptr);
-    });
-    stop = true;
-    busy.join();
-    CHECK_MESSAGE(report.isClean(), report);
-}
-
 TEST_CASE("RealtimeGuard: guards nest, pause, and end") {
     const int null = openNull();
     const auto violate = [&] {
@@ -220,9 +174,9 @@ TEST_CASE("RealtimeGuard: guards nest, pause, and end") {
         if (write(null, "abc", 3) != 3) kept = nullptr;
         std::free(kept);
     };
-    const bool calls = realtimeGuardSees(Forbidden::SystemCall);
-    const int each = calls ? 3 : 2;
+    const int each = realtimeGuardSees(Forbidden::SystemCall) ? 3 : 2;
     RealtimeGuard outer;
+    std::free(nullptr);  // no violation
     const RealtimeReport inner = guarded(violate);
     {
         const RealtimePause pause;
@@ -236,20 +190,29 @@ TEST_CASE("RealtimeGuard: guards nest, pause, and end") {
     CHECK(report.violations == 2 * each);
     CHECK(report.of(Forbidden::Allocation) == 2);
     CHECK(report.of(Forbidden::Release) == 2);
-    CHECK(report.of(Forbidden::SystemCall) == (calls ? 2 : 0));
     CHECK(outer.finish().violations == 2 * each);
     close(null);
 }
 
-TEST_CASE("RealtimeGuard: every thread has guards of its own") {
+TEST_CASE("RealtimeGuard: every thread has guards of its own, and the unguarded are free") {
     std::array<int, 4> violations{};
     std::vector<std::thread> threads;
+    std::atomic<int> freeRounds{0};
+    std::atomic<bool> stop{false};
+    std::thread unguarded([&] {
+        for (; !stop; ++freeRounds) {
+            void* volatile memory = std::malloc(100);
+            std::free(memory);
+        }
+    });
     for (int& count : violations)
-        threads.emplace_back([&count] {
-            const RealtimeReport report = guarded([] {
-                for (int i = 0; i < 50; ++i) {
+        threads.emplace_back([&count, &freeRounds] {
+            const RealtimeReport report = guarded([&] {
+                const int before = freeRounds;
+                for (int i = 0; i < 50 || freeRounds == before; ++i) {
                     const timespec nap{0, 1000};
                     nanosleep(&nap, nullptr);
+                    if (i >= 50) continue;
                     void* volatile memory = std::malloc(100);
                     std::free(memory);
                 }
@@ -258,6 +221,8 @@ TEST_CASE("RealtimeGuard: every thread has guards of its own") {
         });
     for (std::thread& thread : threads)
         thread.join();
+    stop = true;
+    unguarded.join();
     for (int count : violations)
         CHECK(count == 100);
 }
