@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "support/RealtimeGuard.h"
+#include "wave/FloatParameterBus.h"
 #include "wave/Producer.h"
 
 namespace cinder::test {
@@ -61,6 +62,11 @@ inline std::vector<float> playPieces(wave::Environment& environment, wave::Produ
 inline std::vector<float> play(wave::Environment& environment, wave::Producer& producer,
                                int numSamples, int blockSize = 64) {
     return playPieces(environment, producer, evenPieces(numSamples, blockSize));
+}
+
+/// Sets a knob without a ramp.
+inline void turn(wave::FloatParameterBus& bus, float value) {
+    bus.getParameter().setValue(value, 0.0f);
 }
 
 }  // namespace cinder::test

@@ -1,12 +1,13 @@
 #include "modulation/sources/dynamics/Capacitor.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
 #include <memory>
 
-#include "modulation/sources/dynamics/SignalRig.h"
 #include "support/Rng.h"
+#include "support/StageRig.h"
 
 #include <doctest/doctest.h>
 
@@ -20,59 +21,51 @@ const Capacitor::Style& sharedStyle() {
     return style;
 }
 
+enum Control { Attack, AttackScale, AttackCurve, Softening, Release, ReleaseScale, ReleaseCurve };
+constexpr wave::FloatParameterBus Capacitor::*buses[] = {
+    &Capacitor::attack,           &Capacitor::attackScale, &Capacitor::attackCurve,
+    &Capacitor::releaseSoftening, &Capacitor::release,     &Capacitor::releaseScale,
+    &Capacitor::releaseCurve};
+
 /// The time controls of one run, one value or one for every sample.
 struct Shape {
-    std::vector<float> attack{0.0005f}, attackScale{1.0f}, attackCurve{0.0f};
-    std::vector<float> softening{0.0f}, release{0.1f}, releaseScale{1.0f}, releaseCurve{0.0f};
+    std::array<std::vector<float>, 7> controls{{{0.0005f}, {1}, {0}, {0}, {0.1f}, {1}, {0}}};
     bool autoRelease = false;
-    float autoReleaseTime = 1.0f;
+    std::vector<float>& operator[](Control control) { return controls[control]; }
 };
 
-struct Control {
-    wave::FloatParameterBus Capacitor::*bus;
-    const std::vector<float>* values;
-};
-
-std::array<Control, 7> controlsOf(const Shape& shape) {
-    return {{{&Capacitor::attack, &shape.attack},
-             {&Capacitor::attackScale, &shape.attackScale},
-             {&Capacitor::attackCurve, &shape.attackCurve},
-             {&Capacitor::releaseSoftening, &shape.softening},
-             {&Capacitor::release, &shape.release},
-             {&Capacitor::releaseScale, &shape.releaseScale},
-             {&Capacitor::releaseCurve, &shape.releaseCurve}}};
+/// Stays at the last sample.
+std::vector<float> held(std::vector<float> x) {
+    x.resize(std::max<std::size_t>(x.size(), 32768), x.back());
+    return x;
 }
 
 struct CapacitorFixture {
-    explicit CapacitorFixture(std::vector<float> x, float rate = 48000.0f,
-                              bool isConstantInput = false)
-        : signal(&environment, std::move(x), isConstantInput) {
+    explicit CapacitorFixture(std::vector<float> x, float rate = 48000.0f)
+        : signal(&environment, held(std::move(x))) {
         environment.setSampleRate(rate);
         stage.setInput(&signal);
     }
-    /// Sets the knobs to the first value of each control.
-    void turnKnobs(const Shape& shape) {
-        for (const auto& [bus, values] : controlsOf(shape))
-            turn(stage.*bus, (*values)[0]);
-        stage.autoRelease = shape.autoRelease;
-        stage.autoReleaseTime = shape.autoReleaseTime;
-    }
-    /// Feeds all controls from outside, from sources that do not say whether they stand still.
-    void feed(const Shape& shape) {
-        for (const auto& [bus, values] : controlsOf(shape)) {
-            sources.push_back(std::make_unique<Signal>(&environment, *values));
-            (stage.*bus).setSource(sources.back().get());
+    /// The controls as knobs at their first values, or fed from outside, from sources that do not
+    /// say whether they stand still.
+    void apply(const Shape& shape, bool fed) {
+        for (std::size_t i = 0; i < shape.controls.size(); ++i) {
+            turn(stage.*buses[i], shape.controls[i][0]);
+            if (!fed) continue;
+            sources.push_back(std::make_unique<SignalSource>(&environment, shape.controls[i]));
+            (stage.*buses[i]).setSource(sources.back().get());
         }
         stage.autoRelease = shape.autoRelease;
-        stage.autoReleaseTime = shape.autoReleaseTime;
+        stage.autoReleaseTime = 1.0f;
     }
     std::vector<float> pull(const std::vector<int>& pieces) {
-        return pullPieces(environment, stage, pieces);
+        return playPieces(environment, stage, pieces);
     }
+    bool passesByPointer() const { return stage.getOutput() == signal.getOutput(); }
 
     wave::Environment environment;
-    Signal signal;
-    std::vector<std::unique_ptr<Signal>> sources;
+    SignalSource signal;
+    std::vector<std::unique_ptr<SignalSource>> sources;
     Capacitor stage{&environment, &sharedStyle()};
 };
 
@@ -83,8 +76,9 @@ std::vector<float> referenceOf(const std::vector<float>& x, const Shape& shape, 
     bool falling = false;
     std::vector<float> out;
     for (std::size_t n = 0; n < x.size(); ++n) {
-        const auto at = [n](const std::vector<float>& control) {
-            return static_cast<double>(control[std::min(n, control.size() - 1)]);
+        const auto at = [&](Control control) {
+            const std::vector<float>& values = shape.controls[control];
+            return static_cast<double>(values[std::min(n, values.size() - 1)]);
         };
         const double distance = static_cast<double>(x[n]) - state;
         double d = distance;
@@ -92,24 +86,22 @@ std::vector<float> referenceOf(const std::vector<float>& x, const Shape& shape, 
         if (distance <= -1.1920928955078125e-07) {
             if (!falling) position = 0.0;
             falling = true;
-            t = at(shape.release);
-            if (shape.autoRelease)
-                t = static_cast<double>(shape.autoReleaseTime) / (std::sqrt(state) + 1.0);
+            t = at(Release);
+            if (shape.autoRelease) t = 1.0 / (std::sqrt(state) + 1.0);
             const double still = t * d * -0.1;
-            t = (t - still) * at(shape.releaseScale) + still;
-            if (at(shape.softening) > 0.0) {
-                const double length =
-                    std::max(1.0, std::abs(d) / 24.0 * rate * at(shape.softening));
+            t = (t - still) * at(ReleaseScale) + still;
+            if (at(Softening) > 0.0) {
+                const double length = std::max(1.0, std::abs(d) / 24.0 * rate * at(Softening));
                 position = std::min(1.0, position + 1.0 / length);
                 d *= position * position;
             }
-            if (d > -10.0) t += std::exp(d) * at(shape.releaseCurve);
+            if (d > -10.0) t += std::exp(d) * at(ReleaseCurve);
         } else {
             falling = false;
-            t = at(shape.attack);
+            t = at(Attack);
             const double still = t * d * 0.1;
-            t = (t - still) * at(shape.attackScale) + still;
-            if (d < 10.0) t += std::exp(-d) * at(shape.attackCurve);
+            t = (t - still) * at(AttackScale) + still;
+            if (d < 10.0) t += std::exp(-d) * at(AttackCurve);
         }
         t *= rate;
         state += d * (t > 1.2e-7 ? 1.0 - std::exp(-std::log(10.0) / t) : 1.0);
@@ -119,8 +111,8 @@ std::vector<float> referenceOf(const std::vector<float>& x, const Shape& shape, 
 }
 
 double worstDifference(const std::vector<float>& a, const std::vector<float>& b) {
-    double worst = a.size() == b.size() ? 0.0 : 1e9;
-    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i)
+    double worst = 0.0;
+    for (std::size_t i = 0; i < a.size(); ++i)
         worst = std::max(worst, std::abs(static_cast<double>(a[i]) - static_cast<double>(b[i])));
     return worst;
 }
@@ -147,98 +139,76 @@ std::vector<float> controlBetween(Rng& rng, double from, double to, int length) 
 
 /// Plain times, then each extension alone, then all of them, standing and moving.
 std::vector<Shape> shapes(Rng& rng, int length) {
+    const auto between = [&](double from, double to) {
+        return controlBetween(rng, from, to, length);
+    };
     std::vector<Shape> all(9);
-    all[1].attackScale = {0.3f};
-    all[2].attackCurve = {0.02f};
-    all[3].softening = {0.5f};
-    all[4].releaseScale = {0.0f};
-    all[5].releaseCurve = {0.05f};
+    all[1][AttackScale] = {0.3f};
+    all[2][AttackCurve] = {0.02f};
+    all[3][Softening] = {0.5f};
+    all[4][ReleaseScale] = {0.0f};
+    all[5][ReleaseCurve] = {0.05f};
     all[6].autoRelease = true;
-    all[7].attack = controlBetween(rng, 0.0, 0.1, length);
-    all[7].release = controlBetween(rng, 0.01, 0.3, length);
-    Shape& last = all[8];
-    last = {controlBetween(rng, 0.001, 0.2, length), controlBetween(rng, 0.2, 1.0, length),
-            controlBetween(rng, 0.0, 0.3, length),   controlBetween(rng, 0.0, 2.0, length),
-            controlBetween(rng, 0.01, 0.3, length),  controlBetween(rng, 0.2, 1.0, length),
-            controlBetween(rng, 0.0, 0.2, length)};
+    all[7][Attack] = between(0.0, 0.1);
+    all[7][Release] = between(0.01, 0.3);
+    all[8].controls = {between(0.001, 0.2), between(0.2, 1.0), between(0.0, 0.3), between(0.0, 2.0),
+                       between(0.01, 0.3),  between(0.2, 1.0), between(0.0, 0.2)};
     return all;
 }
 
 }  // namespace
 
 TEST_CASE("Capacitor: after the set time a tenth of a step is left") {
-    for (float rate : {44100.0f, 96000.0f})
-        for (float seconds : {0.0f, 0.0002f, 0.01f, 0.5f}) {
-            INFO("rate " << rate << ", time " << seconds);
-            CapacitorFixture rig({1.0f}, rate);
-            turn(rig.stage.attack, seconds);
-            const int n = static_cast<int>(seconds * rate) + 10;
-            const std::vector<float> up = rig.pull(evenPieces(n, 256));
-            const double decay =
-                seconds > 0.0f ? std::exp(-2.3025851 / static_cast<double>(seconds * rate)) : 0.0;
-            for (int i = 0; i < n; ++i)
-                REQUIRE(static_cast<double>(up[static_cast<std::size_t>(i)]) ==
-                        doctest::Approx(1.0 - std::pow(decay, i + 1)).epsilon(1e-6));
-
-            std::vector<float> step(static_cast<std::size_t>(n) + 1, 0.0f);
-            step[0] = 1.0f;
-            CapacitorFixture fall(step, rate);
-            turn(fall.stage.attack, 0.0f);
-            turn(fall.stage.release, seconds);
-            const std::vector<float> down = fall.pull(evenPieces(n + 1, 256));
-            CHECK(down[0] == 1.0f);
-            for (int i = 0; i <= n; ++i)
-                REQUIRE(static_cast<double>(down[static_cast<std::size_t>(i)]) ==
-                        doctest::Approx(std::pow(decay, i)).epsilon(1e-6));
+    for (const float rate : {44100.0f, 96000.0f})
+        for (const int n : {0, 20, 4410}) {
+            INFO("rate " << rate << ", " << n << " samples");
+            std::vector<float> step(5001, 1.0f);
+            step.resize(12000);
+            CapacitorFixture rig(step, rate);
+            turn(rig.stage.attack, static_cast<float>(n) / rate);
+            turn(rig.stage.release, static_cast<float>(n) / rate);
+            const std::vector<float> out = rig.pull(evenPieces(12000, 250));
+            const float left = n > 0 ? 0.1f : 0.0f;
+            const std::size_t end = std::max(n, 1) - 1;
+            CHECK(out[end] == doctest::Approx(1.0f - left).epsilon(1e-5));
+            CHECK(out[5001 + end] == doctest::Approx(left * out[5000]).epsilon(1e-5));
         }
 }
 
-TEST_CASE("Capacitor: every shape follows the formula and is the same for any cut") {
+TEST_CASE("Capacitor: every shape follows the formula, for any cut, fed or by knobs") {
     Rng rng = Rng::fromEnvironment();
+    INFO("seed " << rng.seed());
     constexpr int length = 12000;
     std::vector<float> x = gainChanges(rng, length);
     x[0] = 20.0f;
-    int number = 0;
-    for (const Shape& shape : shapes(rng, length)) {
-        INFO("shape " << number << ", seed " << rng.seed());
-        CapacitorFixture whole(x);
-        whole.feed(shape);
-        const std::vector<float> out = whole.pull(evenPieces(length, 256));
+    const std::vector<float> noise = rng.noise(length, 30.0f);
+    std::vector<Shape> all = shapes(rng, length);
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        INFO("shape " << i);
+        Shape& shape = all[i];
+        const auto render = [&](const std::vector<float>& input, int longest, bool fed) {
+            CapacitorFixture rig(input);
+            rig.apply(shape, fed);
+            return rig.pull(longest == 256 ? evenPieces(length, 256) : rng.pieces(length, longest));
+        };
+        const std::vector<float> out = render(x, 256, true);
         // The curve of a fall is worked out only now and then.
-        const bool hasFallCurve = shape.releaseCurve != std::vector{0.0f};
+        const bool hasFallCurve = shape[ReleaseCurve] != std::vector{0.0f};
         CHECK(worstDifference(out, referenceOf(x, shape, 48000.0)) < (hasFallCurve ? 5e-3 : 1e-4));
-        CapacitorFixture cut(x);
-        cut.feed(shape);
-        CHECK(cut.pull(rng.pieces(length, 60)) == out);
-        ++number;
+        CHECK(render(x, 60, true) == out);
+        for (auto& control : shape.controls)
+            control.resize(1);
+        CHECK(render(noise, 200, false) == render(noise, 256, true));
     }
-}
-
-TEST_CASE("Capacitor: knobs that stand still give the bits of controls that might move") {
-    Rng rng = Rng::fromEnvironment();
-    INFO("seed " << rng.seed());
-    constexpr int length = 8000;
-    const std::vector<float> x = rng.noise(length, 30.0f);
-    for (const Shape& shape : shapes(rng, 1)) {
-        CapacitorFixture knobs(x);
-        knobs.turnKnobs(shape);
-        CapacitorFixture fed(x);
-        fed.feed(shape);
-        CHECK(knobs.pull(rng.pieces(length, 256)) == fed.pull(rng.pieces(length, 256)));
-    }
-    CapacitorFixture untouched(x);
-    CapacitorFixture defaults(x);
-    defaults.turnKnobs(Shape());
-    CHECK(untouched.pull(evenPieces(length, 256)) == defaults.pull(evenPieces(length, 256)));
 }
 
 TEST_CASE("Capacitor: what is nearly reached is not a fall, and a plain block ends one") {
     for (bool fed : {false, true}) {
         CapacitorFixture rig({0.01f, 0.0099999f, 0.0099997f});
         Shape shape;
-        shape.attack = {0.0f};
-        shape.release = {10.0f};
-        fed ? rig.feed(shape) : rig.turnKnobs(shape);
+        shape[Attack] = {0.0f};
+        shape[Release] = {10.0f};
+        rig.apply(shape, fed);
         const std::vector<float> out = rig.pull({3});
         CHECK(out[1] == 0.0099999f);
         CHECK(out[2] == doctest::Approx(0.0099999).epsilon(1e-7));
@@ -257,51 +227,40 @@ TEST_CASE("Capacitor: what is nearly reached is not a fall, and a plain block en
     }
 }
 
-TEST_CASE("Capacitor: at rest the input's block goes through") {
+TEST_CASE("Capacitor: at rest the input goes through; cuts differ by what rest leaves out") {
     std::vector<float> x(2000, 5e-10f);
     x[300] = 1e-7f;
     x[1999] = 1.0f;
     CapacitorFixture rig(x);
     turn(rig.stage.attack, 0.01f);
     turn(rig.stage.release, 0.001f);
-    rig.pull({256});
-    CHECK(rig.stage.getOutput() == rig.signal.getOutput());
-    CHECK(!rig.stage.isConstant());
-    rig.pull({256});
-    CHECK(rig.stage.getOutput() != rig.signal.getOutput());
-    rig.pull(evenPieces(1024, 256));
-    CHECK(rig.stage.getOutput() == rig.signal.getOutput());
-    rig.pull({256, 208});
-    CHECK(rig.stage.getOutput() != rig.signal.getOutput());
-
-    CapacitorFixture still({0.0f}, 48000.0f, true);
+    const bool passes[] = {true, false, true, true, true, true, true, false};
+    for (const bool expected : passes) {
+        rig.pull({250});
+        CHECK(rig.passesByPointer() == expected);
+        CHECK(!rig.stage.isConstant());
+    }
+    SignalSource silence(&rig.environment, 0.0f);
+    CapacitorFixture still({0.0f});
+    still.stage.setInput(&silence);
     still.pull({256});
-    CHECK(still.stage.getOutput() == still.signal.getOutput());
+    CHECK(still.stage.getOutput() == silence.getOutput());
     CHECK(still.stage.isConstant());
-    still.stage.setInput(&rig.signal);
-    still.pull(evenPieces(2048, 256));
-    CHECK(!still.stage.isConstant());
-}
 
-TEST_CASE("Capacitor: cuts through silence differ by what rest leaves out") {
     Rng rng = Rng::fromEnvironment();
     INFO("seed " << rng.seed());
     constexpr int length = 30000;
-    std::vector<float> x = gainChanges(rng, length);
-    for (int n = 0; n < length; ++n)
-        if (n / 4000 % 2 == 1) x[static_cast<std::size_t>(n)] = 8e-10f;
+    std::vector<float> gaps = gainChanges(rng, length);
+    for (std::size_t n = 0; n < gaps.size(); ++n)
+        if (n / 4000 % 2 == 1) gaps[n] = 8e-10f;
     const auto render = [&](int longest) {
-        CapacitorFixture rig(x);
-        turn(rig.stage.release, 0.005f);
-        return rig.pull(rng.pieces(length, longest));
+        CapacitorFixture cut(gaps);
+        turn(cut.stage.release, 0.005f);
+        return cut.pull(rng.pieces(length, longest));
     };
-    const std::vector<float> coarse = render(256);
-    const std::vector<float> fine = render(16);
-    for (int n = 0; n < length; ++n) {
-        const auto a = static_cast<double>(coarse[static_cast<std::size_t>(n)]);
-        const auto b = static_cast<double>(fine[static_cast<std::size_t>(n)]);
-        REQUIRE(std::abs(a - b) <= 1.3e-7 + 1.2e-7 * std::abs(a));  // and one ulp
-    }
+    const std::vector<float> coarse = render(256), fine = render(16);
+    for (std::size_t n = 0; n < gaps.size(); ++n)
+        REQUIRE(std::abs(coarse[n] - fine[n]) <= 1.3e-7f + 1.2e-7f * std::abs(coarse[n]));
 }
 
 TEST_CASE("Capacitor: a reset takes effect with the next block and leaves nothing behind") {
@@ -316,9 +275,9 @@ TEST_CASE("Capacitor: a reset takes effect with the next block and leaves nothin
     twice.insert(twice.end(), x.begin(), x.end());
     for (Shape& shape : shapes(rng, 1)) {
         CapacitorFixture once(x);
-        once.feed(shape);
+        once.apply(shape, true);
         CapacitorFixture again(twice);
-        again.feed(shape);
+        again.apply(shape, true);
         again.pull(evenPieces(length, 250));
         again.stage.reset();  // while it falls: the noise ends and begins below 0
         CHECK(again.stage.getOutput()->data()[0] != 0.0f);
@@ -333,27 +292,25 @@ TEST_CASE("Capacitor: no input and no control leaves a poisoned state") {
     for (float bad : {nan, infinity, -infinity, 3e38f, -3e38f})
         for (const Shape& shape : shapes(rng, 1)) {
             CapacitorFixture rig({1.0f, bad, 0.5f});
-            rig.feed(shape);
+            rig.apply(shape, true);
             rig.pull({1, 1});
             for (float y : rig.pull(evenPieces(4096, 256)))
                 REQUIRE(std::isfinite(y));
         }
     Shape strange;
-    for (auto* control :
-         {&strange.attack, &strange.attackScale, &strange.attackCurve, &strange.softening,
-          &strange.release, &strange.releaseScale, &strange.releaseCurve})
-        *control = {nan, -1.0f, 1e30f, infinity, -infinity, 0.0f};
+    for (auto& control : strange.controls)
+        control = {nan, -1.0f, 1e30f, infinity, -infinity, 0.0f};
     CapacitorFixture rig(rng.noise(64, 20.0f));
-    rig.feed(strange);
+    rig.apply(strange, true);
     rig.pull({64});
-    rig.feed(Shape());
+    rig.apply(Shape(), true);
     for (float y : rig.pull(evenPieces(4096, 256)))
         REQUIRE(std::isfinite(y));
 
     CapacitorFixture below({-4.0f, -8.0f});
     Shape automatic;
     automatic.autoRelease = true;
-    below.feed(automatic);
+    below.apply(automatic, true);
     for (float y : below.pull({100}))
         CHECK((y < 0.0f && y > -1.0f));
 }
@@ -366,9 +323,7 @@ TEST_CASE("Capacitor: the table of the exponential") {
         worst = std::max(worst, std::abs(style.exp(x) / std::exp(x) - 1.0));
     }
     CHECK(worst < 2.1e-6);
-    CHECK(style.exp(0.0) == 1.0);
     CHECK(style.exp(1.19e-7) == 1.0);
-    CHECK(style.exp(-25.0) == doctest::Approx(std::exp(-25.0)).epsilon(1e-6));
     CHECK(style.exp(-1e30) == style.exp(-25.0));
     CHECK(style.exp(std::numeric_limits<double>::quiet_NaN()) == style.exp(-25.0));
 }

@@ -1,10 +1,12 @@
 #include "modulation/sources/dynamics/PeakHold.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
-#include "modulation/sources/dynamics/SignalRig.h"
+#include "core/simd/InstructionSet.h"
 #include "support/Rng.h"
+#include "support/StageRig.h"
 
 #include <doctest/doctest.h>
 
@@ -60,16 +62,9 @@ struct HoldFixture {
         stage.setInput(&signal);
     }
     wave::Environment environment;
-    Signal signal;
+    SignalSource signal;
     PeakHold stage{&environment};
 };
-
-std::vector<float> holdMsOf(const std::vector<int>& windows) {
-    std::vector<float> holds;
-    for (int window : windows)
-        holds.push_back(holdMsOf(window));
-    return holds;
-}
 
 }  // namespace
 
@@ -86,12 +81,12 @@ TEST_CASE("PeakHold: the sliding maximum at every window, standing or moving, on
                 INFO("set " << simd::nameOf(set));
                 HoldFixture standing(x);
                 turn(standing.stage.hold, holdMsOf(window));
-                CHECK(pullPieces(standing.environment, standing.stage, pieces) == expected);
+                CHECK(playPieces(standing.environment, standing.stage, pieces) == expected);
             }
             HoldFixture moving(x);
-            Signal hold(&moving.environment, {holdMsOf(window)});
+            SignalSource hold(&moving.environment, std::vector{holdMsOf(window)});
             moving.stage.hold.setSource(&hold);
-            CHECK(pullPieces(moving.environment, moving.stage, pieces) == expected);
+            CHECK(playPieces(moving.environment, moving.stage, pieces) == expected);
         }
 }
 
@@ -106,7 +101,9 @@ TEST_CASE("PeakHold: a window that wanders, jumps, stops and moves on") {
                 windows.push_back(std::clamp(
                     windows.back() + rng.integer(-largestStep, largestStep), 0, longestWindow));
             HoldFixture rig(x);
-            Signal hold(&rig.environment, holdMsOf(windows));
+            std::vector<float> holds(windows.begin(), windows.end());
+            std::ranges::transform(windows, holds.begin(), holdMsOf);
+            SignalSource hold(&rig.environment, holds);
             std::vector<float> out;
             for (int n : rng.pieces(length, 256)) {
                 // Now and then the window stands still for a block, at its first value.
@@ -118,48 +115,35 @@ TEST_CASE("PeakHold: a window that wanders, jumps, stops and moves on") {
                     turn(rig.stage.hold, holdMsOf(windows[start]));
                 }
                 rig.stage.hold.setSource(stands ? nullptr : &hold);
-                const std::vector<float> piece = pullPieces(rig.environment, rig.stage, {n});
+                const std::vector<float> piece = playPieces(rig.environment, rig.stage, {n});
                 out.insert(out.end(), piece.begin(), piece.end());
             }
             CHECK(out == slidingMaximum(x, windows));
         }
 }
 
-TEST_CASE("PeakHold: a peak stays for the window and then goes") {
-    wave::Environment environment;  // 44.1 kHz: 2 ms are 88.2 samples
-    std::vector<float> x(400, 0.0f);
-    x[100] = -0.5f;
-    Signal signal(&environment, x);
-    PeakHold stage(&environment);
-    stage.setInput(&signal);
-    turn(stage.hold, 2.0f);
-    const std::vector<float> out = pullPieces(environment, stage, evenPieces(400, 64));
-    for (int n = 0; n < 400; ++n) {
-        INFO("sample " << n);
-        CHECK(out[static_cast<std::size_t>(n)] == (n >= 100 && n <= 188 ? 0.5f : 0.0f));
-    }
-}
-
 TEST_CASE("PeakHold: a reset forgets, and a new rate brings its own longest window") {
     for (bool moves : {false, true}) {
         INFO("moving window " << moves);
         wave::Environment environment;
-        Signal signal(&environment, {1.0f, 0.0f});
+        std::vector<float> peak(100, 0.0f);
+        peak[0] = 1.0f;
+        SignalSource signal(&environment, peak);
         PeakHold stage(&environment);
-        Signal hold(&environment, {2.0f});
+        SignalSource hold(&environment, std::vector{2.0f});
         stage.setInput(&signal);
         if (moves) stage.hold.setSource(&hold);
         turn(stage.hold, 2.0f);
-        CHECK(pullPieces(environment, stage, {10}).back() == 1.0f);
+        CHECK(playPieces(environment, stage, {10}).back() == 1.0f);
         environment.reset(wave::Environment::ResetMode::All);
-        CHECK(pullPieces(environment, stage, {10}).front() == 0.0f);
+        CHECK(playPieces(environment, stage, {10}).front() == 0.0f);
 
         environment.setSampleRate(rate);
         std::vector<float> x(700, 0.0f);
         x[40] = 2.0f;
-        Signal later(&environment, x);
+        SignalSource later(&environment, x);
         stage.setInput(&later);
-        const std::vector<float> out = pullPieces(environment, stage, evenPieces(640, 256));
+        const std::vector<float> out = playPieces(environment, stage, evenPieces(640, 256));
         CHECK(std::count(out.begin(), out.end(), 2.0f) == longestWindow + 1);
     }
 }
@@ -171,7 +155,7 @@ TEST_CASE("PeakHold: whatever comes in, no NaN goes out and none is remembered")
     const std::vector<float> holds{nan, -1.0f, holdMsOf(2), 1e30f, infinity, nan, holdMsOf(1)};
     const std::vector<float> expected{0.25f, 0.0f, 0.5f, 0.5f, 0.5f, infinity, infinity, 0, 0, 0};
     HoldFixture rig(x);
-    Signal hold(&rig.environment, holds);
+    SignalSource hold(&rig.environment, holds);
     rig.stage.hold.setSource(&hold);
-    CHECK(pullPieces(rig.environment, rig.stage, {10}) == expected);
+    CHECK(playPieces(rig.environment, rig.stage, {10}) == expected);
 }
