@@ -81,15 +81,5 @@ TEST_CASE("EQStage: empty it hands its input on, filled it is its filters one be
     }
 }
 
-TEST_CASE("EQStage: what is added beyond the fourth is left out") {
-    wave::Environment environment;
-    SignalSource input(&environment, {1.0f, -1.0f});
-    EQStage stage(&environment);
-    stage.setInput(&input);
-    for (int i = 0; i < 6; ++i)
-        stage.addFilter(rows[0]);
-    CHECK(stage.getCount() == 4);
-}
-
 }  // namespace
 }  // namespace cinder
