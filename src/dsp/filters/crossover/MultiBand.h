@@ -84,7 +84,7 @@ public:
 
     /// Makes the splits of two channels on one model run as two lanes: all their filters share the
     /// coefficients of the channel that is pulled first. Both need an input by then. A channel that
-    /// is not linked runs the two filters of each crossover as lanes.
+    /// is not linked runs the two filters of each crossover as lanes. Before audio runs.
     void link(MultiBand& other);
 
     void render(wave::BasicBlock<float>** blocks, int numSamples,

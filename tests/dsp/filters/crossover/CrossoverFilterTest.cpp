@@ -34,17 +34,5 @@ TEST_CASE("CrossoverFilter: orders 2 and 6 turn the high-pass, order 1 has no ph
     }
 }
 
-TEST_CASE("CrossoverFilter: a slope in dB reads as the nearest row") {
-    struct {
-        float db;
-        CrossoverSlope slope;
-    } const cases[] = {{0.0f, CrossoverSlope::Db6},   {8.9f, CrossoverSlope::Db6},
-                       {9.0f, CrossoverSlope::Db12},  {18.0f, CrossoverSlope::Db24},
-                       {30.0f, CrossoverSlope::Db36}, {42.0f, CrossoverSlope::Db48},
-                       {96.0f, CrossoverSlope::Db48}};
-    for (const auto& c : cases)
-        CHECK(rowOfSlope(c.db).slope == c.slope);
-}
-
 }  // namespace
 }  // namespace cinder
