@@ -115,10 +115,14 @@ TEST_CASE("UpdatedObject: one update per outermost bracket, none for a bracket w
 TEST_CASE("UpdatedObject: a deferred event fires once a bracket, with its last argument") {
     struct Adder {
         void heard(NotifyEvent::Argument) {
+            if (++calls > 10) return;  // instead of a stack overflow
+            UpdateBracket bracket(*object);
             for (int i = 0; i < 100; ++i)
                 object->addDeferredEvent();
+            object->requestUpdate();
         }
         UpdatedObject* object;
+        int calls = 0;
     };
     UpdatedObject object;
     Listener listener;
@@ -136,6 +140,7 @@ TEST_CASE("UpdatedObject: a deferred event fires once a bracket, with its last a
     CHECK(listener.log == "a2");
     { UpdateBracket bracket(object); }
     CHECK(listener.log == "a2");
+    CHECK(adder.calls == 1);                        // its own bracket does not call it again
     CHECK(&object.deferredEvent(index) == &event);  // whatever its handlers have added
 }
 
