@@ -148,8 +148,7 @@ TEST_CASE("FloatParameter: a circular value takes the shorter way round") {
                           {0.25f, 0.75f, 0.0f, 1.0f, 1.0f, 0.25f},
                           {-170.0f, 170.0f, -360.0f, 360.0f, 360.0f, 190.0f},
                           {0.9f, 0.1f, 0.0f, 1.0f, -1.0f, 0.9f}}) {
-        INFO(c.from << " to " << c.to << ", period " << c.period << ", " << c.minimum << " to "
-                    << c.maximum);
+        INFO(c.from << " to " << c.to << ", period " << c.period << ", maximum " << c.maximum);
         Knob knob(c.from, c.minimum, c.maximum);
         knob->wrapPeriod = c.period;
         knob.set(c.to, 20.0f);
@@ -203,11 +202,13 @@ TEST_CASE("FloatParameter: a ramp nobody pulls goes on in silence; a reset or a 
             runCycle(lagging.environment, 1);
         CHECK(lagging.run(1000, 1) == pulled.run(1000, 1));
     }
-    Knob crawling;
-    crawling.set(1.0f, 1e30f);
-    for (double expected : {0.0, 0.5, 1.0, 1.0}) {
-        CHECK(crawling.run(1)[0] == doctest::Approx(expected));
-        runCycle(crawling.environment, 1 << 30, {}, Environment::skipCycle);
+    for (float ms : {1e30f, infinity}) {
+        Knob crawling;
+        crawling.set(1.0f, ms);
+        for (double expected : {0.0, 0.5, 1.0, 1.0}) {
+            CHECK(crawling.run(1)[0] == doctest::Approx(expected));
+            runCycle(crawling.environment, 1 << 30, {}, Environment::skipCycle);
+        }
     }
     for (int way : {0, 1, 2, 3}) {
         INFO("way " << way);
@@ -222,7 +223,8 @@ TEST_CASE("FloatParameter: a ramp nobody pulls goes on in silence; a reset or a 
     }
 }
 
-TEST_CASE("FloatParameter: absurd values stay within the limits, absurd times jump or crawl") {
+TEST_CASE(
+    "FloatParameter: absurd values stay within the limits, and ramp times that are none jump") {
     for (const auto& [value, target] : {std::pair{2.0f, 1.0f},
                                         {-infinity, -1.0f},
                                         {infinity, 1.0f},
@@ -237,14 +239,6 @@ TEST_CASE("FloatParameter: absurd values stay within the limits, absurd times ju
             CHECK(std::count(out.begin(), out.end(), target) == (ms == 5.0f ? 280 : 500));
             CHECK(std::all_of(out.begin(), out.end(), [](float x) { return std::abs(x) <= 1; }));
         }
-    for (float ms : {1e9f, infinity}) {
-        Knob knob;
-        knob.set(1.0f, ms);
-        const std::vector<float> out = knob.run(100000);
-        CHECK(std::is_sorted(out.begin(), out.end()));
-        CHECK(out.back() < 1e-4f);
-        CHECK(out.back() > 0.0f);
-    }
 }
 
 TEST_CASE("FloatParameter: new limits pull the target in at once, and set the scale of the ramps") {
