@@ -23,13 +23,15 @@ float sampleAt(int frame, int channel, int i) {
            static_cast<float>(i) * 0x1p-12f;
 }
 
-void writeFrames(std::ostream& stream, int channels, int frames, int size, int firstFrame) {
+std::string framesAsBytes(int channels, int frames, int size, int firstFrame) {
+    std::ostringstream stream;
     for (const int word : {channels, frames, size})
         writeValue(stream, std::int32_t{word});
     for (int k = 0; k < frames; ++k)
         for (int c = 0; c < channels; ++c)
             for (int i = 0; i < size; ++i)
                 writeValue(stream, sampleAt(firstFrame + k, c, i));
+    return stream.str();
 }
 
 bool feed(AudioSourceProxy& proxy, const std::string& bytes) {
@@ -39,9 +41,7 @@ bool feed(AudioSourceProxy& proxy, const std::string& bytes) {
 }
 
 bool feed(AudioSourceProxy& proxy, int channels, int frames, int size, int firstFrame) {
-    std::ostringstream stream;
-    writeFrames(stream, channels, frames, size, firstFrame);
-    return feed(proxy, stream.str());
+    return feed(proxy, framesAsBytes(channels, frames, size, firstFrame));
 }
 
 /// The numbers of the frames that wait, after a look at every sample; -1 for a damaged frame.
@@ -123,9 +123,7 @@ TEST_CASE("AudioSourceProxy: the ring holds a quarter second; absurd rates are i
 }
 
 TEST_CASE("AudioSourceProxy: every truncation keeps the whole frames and spoils no other") {
-    std::ostringstream stream;
-    writeFrames(stream, 2, 3, 8, 4);
-    std::string bytes = stream.str();
+    std::string bytes = framesAsBytes(2, 3, 8, 4);
     bytes.replace(4, 4, "\xff\xff\xff\x7f");  // frames, as promised
     const std::size_t frameBytes = 2 * 8 * sizeof(float);
     for (std::size_t length = 0; length <= bytes.size(); ++length) {
