@@ -24,6 +24,8 @@ target_compile_options(cinder_flags INTERFACE
   $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow>
   # errno and trap flags are of no use here. Both leave every result as IEEE 754 has it.
   -fno-math-errno -fno-trapping-math
+  # g++ 12 loses the rounding of a double to float and back when it packs two of them.
+  -fno-tree-slp-vectorize
   # A product and a sum are fused only where the code says so: the same bits from every compiler.
   -ffp-contract=off)
 
