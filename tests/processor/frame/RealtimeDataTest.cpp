@@ -63,10 +63,8 @@ TEST_CASE("Real-time data: the proxies get what the sources have, under the sour
     AudioSourceProxy audioProxy;
     LevelSourceProxy levelProxy;
     SpectrumSourceProxy spectrumProxy, emptyProxy;
-    CHECK(audioProxy.read(reader));
-    CHECK(levelProxy.read(reader));
-    CHECK(spectrumProxy.read(reader));
-    CHECK(emptyProxy.read(reader));
+    CHECK((audioProxy.read(reader) && levelProxy.read(reader) && spectrumProxy.read(reader) &&
+           emptyProxy.read(reader)));
     CHECK(stream.peek() == std::char_traits<char>::eof());
 
     audioProxy.lock();
@@ -74,10 +72,8 @@ TEST_CASE("Real-time data: the proxies get what the sources have, under the sour
     CHECK(audioProxy.getFrameData(2, 1)[1] == 12.0f);
     audioProxy.unlock();
     CHECK(levelProxy.getValue(4) == 2.0f);
-    CHECK(levelProxy.getStatus() == 0x80000001);
     REQUIRE(spectrumProxy.getSize() == 4);
     CHECK(spectrumProxy.getValues()[3] == 1.0f);
-    CHECK(spectrumProxy.getFrameId() == 77);
     CHECK(emptyProxy.getValues() == nullptr);
 }
 
@@ -112,7 +108,6 @@ TEST_CASE("Transport: an own clock runs while the host's position stands still")
     processor.getEnvironment()->setSampleRate(48000.0f);
     const auto process = [&](int n) { processGuarded(processor, nullptr, 0, nullptr, 0, n); };
     processor.setTransport(120.0f, 10.0f);
-    CHECK(processor.getSongPosition() == 10.0);
     CHECK(processor.beats == 10.0f);
     process(12000);  // a quarter of a second
     processor.setTransport(120.0f, 10.0f);

@@ -9,20 +9,6 @@
 
 namespace cinder::test {
 
-void GainStage::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,
-                        unsigned) noexcept CINDER_REALTIME {
-    const wave::BasicBlock<float>& gains = *gain->pull(numSamples);
-    const float sign = inverted->get() ? -1.0f : 1.0f;
-    for (int i = 0; i < numSamples; ++i)
-        (*out)[i] = (*in)[i] * gains[i] * sign;
-}
-
-void LateStage::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,
-                        unsigned) noexcept CINDER_REALTIME {
-    delay.write(in->data(), numSamples);
-    delay.read(delay.getMaxDelay(), out->data(), numSamples);
-}
-
 TestProcessor::TestProcessor(std::int32_t layout, std::uint32_t features, std::int32_t latency)
     : GenericPluginProcessor(layout, features) {
     gain.addTarget(&gainSource.parameter);
@@ -41,24 +27,6 @@ TestProcessor::TestProcessor(std::int32_t layout, std::uint32_t features, std::i
     setLatency(latency);
     applyParameters();
     numChanges = 0;
-}
-
-void TestProcessor::parameterChanged(int index) noexcept CINDER_REALTIME {
-    GenericPluginProcessor::parameterChanged(index);
-    changes[static_cast<std::size_t>(numChanges++ & 63)] = index;
-}
-
-void TestProcessor::noteOn(int note, float) noexcept CINDER_REALTIME {
-    notesOn[static_cast<std::size_t>(numNotesOn++ & 63)] = {note, environment->getPosition()};
-}
-
-void TestProcessor::noteOff(int, float) noexcept CINDER_REALTIME {
-    ++numNotesOff;
-}
-
-void TestProcessor::tempoChanged(float newTempo, float position) noexcept CINDER_REALTIME {
-    tempo = newTempo;
-    beats = position;
 }
 
 void processGuarded(GenericPluginProcessor& processor, const float* const* inputs, int numInputs,

@@ -21,7 +21,11 @@ public:
 
 protected:
     void process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,
-                 unsigned flags) noexcept CINDER_REALTIME override;
+                 unsigned) noexcept CINDER_REALTIME override {
+        const wave::BasicBlock<float>& gains = *gain->pull(numSamples);
+        for (int i = 0; i < numSamples; ++i)
+            (*out)[i] = (*in)[i] * (inverted->get() ? -gains[i] : gains[i]);
+    }
 
 private:
     wave::Producer* gain;
@@ -39,7 +43,10 @@ public:
 
 protected:
     void process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,
-                 unsigned flags) noexcept CINDER_REALTIME override;
+                 unsigned) noexcept CINDER_REALTIME override {
+        delay.write(in->data(), numSamples);
+        delay.read(delay.getMaxDelay(), out->data(), numSamples);
+    }
 
 private:
     wave::Delay delay;
@@ -66,6 +73,7 @@ public:
     explicit TestProcessor(std::int32_t layout = stereoLayout, std::uint32_t features = 0,
                            std::int32_t latency = 0);
 
+    using GenericPluginProcessor::addChannel;
     using GenericPluginProcessor::audioSources;
     using GenericPluginProcessor::forwarders;
     using GenericPluginProcessor::getChannels;
@@ -76,11 +84,19 @@ public:
     using GenericPluginProcessor::spectrumSources;
 
     using GenericPluginProcessor::parameterChanged;
-    void parameterChanged(int index) noexcept CINDER_REALTIME override;
+    void parameterChanged(int index) noexcept CINDER_REALTIME override {
+        GenericPluginProcessor::parameterChanged(index);
+        changes[static_cast<std::size_t>(numChanges++ & 63)] = index;
+    }
     int getMaxSubBlockSize() noexcept CINDER_REALTIME override { return maxSubBlock; }
-    void noteOn(int note, float velocity) noexcept CINDER_REALTIME override;
-    void noteOff(int note, float velocity) noexcept CINDER_REALTIME override;
-    void tempoChanged(float tempo, float position) noexcept CINDER_REALTIME override;
+    void noteOn(int note, float) noexcept CINDER_REALTIME override {
+        notesOn[static_cast<std::size_t>(numNotesOn++ & 63)] = {note, environment->getPosition()};
+    }
+    void noteOff(int, float) noexcept CINDER_REALTIME override { ++numNotesOff; }
+    void tempoChanged(float newTempo, float position) noexcept CINDER_REALTIME override {
+        tempo = newTempo;
+        beats = position;
+    }
     void createSharedTables() override { ++tablesAlive; }
     void destroySharedTables() override { --tablesAlive; }
 
