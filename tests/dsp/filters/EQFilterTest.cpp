@@ -129,25 +129,20 @@ TEST_CASE("EQFilter: stays finite and dies away at every frequency, also above h
                 }
 }
 
-TEST_CASE("EQFilter: follows a change of the sample rate, of shape and of slope") {
+TEST_CASE("EQFilter: follows a change of the sample rate and of the slope") {
     wave::Environment environment;
     SignalSource source(&environment, impulse(4096));
     OpenEqualiser filter(&environment);
     filter.setInput(&source);
-    filter.set(FilterShape::LowPass, FilterSlope::Poles2, 4000.0f, 0.0f, 1.0f);
-    const auto levelAt4kHz = [&](double rate) {
+    filter.set(FilterShape::LowShelf, FilterSlope::Poles2, 4000.0f, 20.0f, 1.0f);
+    for (const float rate : {44100.0f, 96000.0f}) {
+        environment.setSampleRate(rate);
         filter.reset();
-        return std::abs(transformAt(play(environment, filter, 4096), 2.0 * pi * 4000.0 / rate));
-    };
-    CHECK(levelAt4kHz(44100.0) == doctest::Approx(std::sqrt(0.5)));
-    environment.setSampleRate(96000.0f);
-    CHECK(levelAt4kHz(96000.0) == doctest::Approx(std::sqrt(0.5)));
-    filter.shape = FilterShape::Bell;
-    turn(filter.gain, 20.0f);
-    CHECK(levelAt4kHz(96000.0) == doctest::Approx(10.0));
-    filter.shape = FilterShape::LowShelf;
-    filter.slope = FilterSlope::Poles6;
-    CHECK(levelAt4kHz(96000.0) == doctest::Approx(std::sqrt(10.0)));
+        const double omega = 2.0 * pi * 4000.0 / static_cast<double>(rate);
+        const std::vector<float> response = play(environment, filter, 4096);
+        CHECK(std::abs(transformAt(response, omega)) == doctest::Approx(std::sqrt(10.0)));
+        filter.slope = FilterSlope::Poles6;
+    }
     CHECK(filter.getPrototype().getNumSections() == 3);
 }
 
