@@ -6,8 +6,8 @@
 #include <limits>
 #include <memory>
 
+#include "modulation/sources/dynamics/SignalRig.h"
 #include "support/Rng.h"
-#include "support/StageRig.h"
 
 #include <doctest/doctest.h>
 
@@ -34,15 +34,9 @@ struct Shape {
     std::vector<float>& operator[](Control control) { return controls[control]; }
 };
 
-/// Stays at the last sample.
-std::vector<float> held(std::vector<float> x) {
-    x.resize(std::max<std::size_t>(x.size(), 32768), x.back());
-    return x;
-}
-
 struct CapacitorFixture {
     explicit CapacitorFixture(std::vector<float> x, float rate = 48000.0f)
-        : signal(&environment, held(std::move(x))) {
+        : signal(&environment, std::move(x)) {
         environment.setSampleRate(rate);
         stage.setInput(&signal);
     }
@@ -64,7 +58,7 @@ struct CapacitorFixture {
     bool passesByPointer() const { return stage.getOutput() == signal.getOutput(); }
 
     wave::Environment environment;
-    SignalSource signal;
+    Signal signal;
     std::vector<std::unique_ptr<SignalSource>> sources;
     Capacitor stage{&environment, &sharedStyle()};
 };
