@@ -71,8 +71,10 @@ void forEverySet(auto check) {
 }  // namespace
 
 TEST_CASE("Vector shapers: agree with clip over the whole range, 0 for NaN, no overshoot") {
-    // Floats of either sign, some bit patterns apart, from 0 to infinity.
-    std::vector<float> in = {notANumber, -notANumber, 0.0f, -0.0f, infinity, -infinity};
+    // Floats of either sign, some bit patterns apart, from 0 to infinity, and on both sides of
+    // where the pieces of the tube meet.
+    std::vector<float> in = {notANumber, -notANumber, 0.0f,       -0.0f,      infinity,  -infinity,
+                             -1.754819f, -1.754817f,  -0.089051f, -0.089049f, 0.320017f, 0.320019f};
     for (std::uint32_t bits = 0; bits < 0x7f800000; bits += 49999)
         for (const std::uint32_t sign : {0u, 0x80000000u})
             in.push_back(std::bit_cast<float>(bits | sign));
