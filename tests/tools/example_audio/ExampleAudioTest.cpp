@@ -62,7 +62,8 @@ TEST_CASE("ExampleAudio: every loop is loud, whole, free of DC, and holds togeth
                     CHECK(crest > 2.8);
                     CHECK(crest < 10.0);
                 }
-                CHECK(static_cast<double>(highest) == doctest::Approx(gainOfDb(-3.0)).epsilon(1e-6));
+                CHECK(static_cast<double>(highest) ==
+                      doctest::Approx(gainOfDb(-3.0)).epsilon(1e-6));
                 if (numChannels == 1) continue;
                 auto mid = channels[0], side = channels[0];
                 for (size_t n = 0; n < mid.size(); ++n) {
