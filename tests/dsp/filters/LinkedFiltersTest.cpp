@@ -148,15 +148,29 @@ TEST_CASE("Linked filters: come apart while one is off, and find together") {
     CHECK(rig.isShared());
     CHECK(rig.run(rng, 2000));
     CHECK(rig.linked[1].getOutput() == rig.inputs[1].getOutput());
-    for (int i = 0; i < 5; ++i) {  // nobody pulls one of them: it starts anew afterwards
-        rig.environment.beginBlock();
-        rig.both(0, [](EQFilter& filter) { filter.pull(64); });
-        rig.environment.render(64, 0);
-    }
     rig.enable(0, true);
     rig.enable(1, true);
     CHECK(rig.run(rng, 2000));
     CHECK(rig.isShared());
+}
+
+TEST_CASE("Linked filters: one that nobody pulls while both are off starts anew afterwards") {
+    Rng rng(4);
+    PairRig rig(rng, LinkMode::Shared, {9.0f});
+    const auto runBlocks = [&](bool isEnabled, int numBlocks) {
+        for (const int c : {0, 1})
+            rig.enable(c, isEnabled);
+        for (int i = 0; i < numBlocks; ++i)
+            CHECK(rig.agree(64, 0));
+    };
+    runBlocks(true, 1);
+    runBlocks(false, 14);  // until the fade has ended, in a block that both run
+    for (int i = 0; i < 5; ++i) {
+        rig.environment.beginBlock();
+        rig.both(0, [](EQFilter& filter) { filter.pull(64); });
+        rig.environment.render(64, 0);
+    }
+    runBlocks(true, 20);
 }
 
 TEST_CASE("Linked filters: a link made in the middle of a cycle waits for the next") {
