@@ -16,7 +16,9 @@ void BiquadFilter::reset() noexcept CINDER_REALTIME {
 }
 
 void BiquadFilter::propertyChanged(AbstractProperty* property) {
-    if (property == &enabled) processor.setEnabled(enabled);
+    if (property != &enabled) return;
+    catchUp();  // a fade begins now, not where the last block ended
+    processor.setEnabled(enabled);
 }
 
 void BiquadFilter::setPartner(BiquadFilter* newPartner) {
@@ -104,8 +106,15 @@ void BiquadFilter::reviewLink() noexcept CINDER_REALTIME {
 void BiquadFilter::enterBlock(int numSamples) noexcept CINDER_REALTIME {
     const std::uint64_t position = environment->getPosition();
     if (position < blockEnd) return;
-    if (position > blockEnd) processor.missSamples(position - blockEnd);
+    catchUp();
     blockEnd = position + static_cast<std::uint64_t>(numSamples);
+}
+
+void BiquadFilter::catchUp() noexcept CINDER_REALTIME {
+    const std::uint64_t position = environment->getPosition();
+    if (position <= blockEnd) return;
+    processor.missSamples(position - blockEnd);
+    blockEnd = position;
 }
 
 bool BiquadFilter::wasRenderedInThisCycle() const noexcept CINDER_REALTIME {

@@ -74,6 +74,7 @@ private:
     void reviewLink() noexcept CINDER_REALTIME;
     void setLink(LinkMode mode) noexcept CINDER_REALTIME;
     void enterBlock(int numSamples) noexcept CINDER_REALTIME;
+    void catchUp() noexcept CINDER_REALTIME;
     bool wasRenderedInThisCycle() const noexcept CINDER_REALTIME;
     bool runsAsPair(int numSamples) noexcept CINDER_REALTIME;
     void processPair(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out,

@@ -116,6 +116,23 @@ TEST_CASE("BiquadFilter: a fade takes 20 ms of time, whether pulled, handed on o
     }
 }
 
+TEST_CASE("BiquadFilter: a fade begins when it is switched, not where the last block ended") {
+    FadeRig rig;
+    play(rig.environment, rig.filter, 441);
+    rig.filter.enabled = false;
+    play(rig.environment, rig.filter, 4410);
+    rig.environment.beginBlock();
+    rig.environment.render(256, 0);  // nobody pulls
+    rig.filter.enabled = true;
+    const std::vector<float> out = play(rig.environment, rig.filter, 49);
+    const std::vector<float> dry = FadeRig::signal();
+    float farthest = 0.0f;
+    for (std::size_t i = 0; i < out.size(); ++i)
+        farthest = std::max(farthest, std::abs(out[i] - dry[441 + 4410 + 256 + i]));
+    // 49 of 882 samples into the fade of a filter that adds up to 0.3.
+    CHECK(farthest < 0.3f * 49.0f / 882.0f);
+}
+
 TEST_CASE("BiquadFilter: does not fade before audio has run, and a reset ends a fade") {
     FadeRig rig;
     rig.filter.enabled = false;
