@@ -19,6 +19,12 @@ double limitedRate(float rate) noexcept CINDER_REALTIME {
     return static_cast<double>(rate > lowestRate ? rate : lowestRate);
 }
 
+/// From 2 on, with which a loop and a fade get anywhere, up to a bound on memory.
+std::int32_t wholeSamples(double samples) noexcept CINDER_REALTIME {
+    constexpr double fewest = 2.0, most = 0x1p25;
+    return static_cast<std::int32_t>(std::clamp(samples, fewest, most));
+}
+
 /// Gain of what fades in at the end of the loop, t from 0 to 1: an exponential of 36 dB, with a
 /// straight start so that it begins at 0. 0.23988324 is 10 times 10^(-0.9 * 36 / 20), where the two
 /// meet.
@@ -93,24 +99,23 @@ void Smudger::reset() noexcept CINDER_REALTIME {
 
 /// Allocates where the rate has changed.
 void Smudger::fitToSampleRate() {
-    const std::int32_t longestLoop = samplesOf(longestSlice);
+    const std::int32_t longestLoop = wholeSamples(longestSlice * sampleRate());
     for (Grain& grain : grains)
         grain.resize(longestLoop);
 }
 
-/// From 2 samples on, with which a loop and a fade get anywhere, up to a bound on memory.
-std::int32_t Smudger::samplesOf(double seconds) const noexcept CINDER_REALTIME {
-    constexpr double fewest = 2.0, most = 0x1p25;
-    const double samples = seconds * static_cast<double>(environment->getSampleRate());
-    return static_cast<std::int32_t>(std::clamp(samples, fewest, most));
+double Smudger::sampleRate() const noexcept CINDER_REALTIME {
+    return static_cast<double>(environment->getSampleRate());
 }
 
 std::int32_t Smudger::periodAt(float d) const noexcept CINDER_REALTIME {
-    return samplesOf(fadeTurns / limitedRate(rate) + static_cast<double>(d * d));
+    const double seconds = fadeTurns / limitedRate(rate) + static_cast<double>(d * d);
+    return wholeSamples(seconds * sampleRate());
 }
 
 void Smudger::restart(Grain& grain) noexcept CINDER_REALTIME {
-    grain.restart(std::min(samplesOf(1.0 / limitedRate(rate)), grain.longestLoop()));
+    // One division: by way of seconds a turn of whole samples may come out one short.
+    grain.restart(std::min(wholeSamples(sampleRate() / limitedRate(rate)), grain.longestLoop()));
 }
 
 void Smudger::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,

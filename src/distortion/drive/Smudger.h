@@ -60,7 +60,7 @@ private:
     };
 
     void fitToSampleRate();
-    std::int32_t samplesOf(double seconds) const noexcept CINDER_REALTIME;
+    double sampleRate() const noexcept CINDER_REALTIME;
     std::int32_t periodAt(float d) const noexcept CINDER_REALTIME;
     void restart(Grain& grain) noexcept CINDER_REALTIME;
     void crossfade(float* out, int numSamples, std::int32_t period) noexcept CINDER_REALTIME;

@@ -98,8 +98,11 @@ TEST_CASE("Smudger: the recipe, to the rounding, at any rate and drive") {
     for (int i = 0; i < total; ++i)
         sweep.push_back(0.3f + 0.3f * std::sin(static_cast<float>(i) * 0.003f));
     for (const auto& drives : {std::vector<float>{0.0f}, {0.4f}, sweep})
-        for (const auto& [sampleRate, rate] :
-             {std::pair{44100.0f, 11.0f}, {96000.0f, 1.0f}, {48000.0f, 3000.0f}, {8000.0f, 7.0f}}) {
+        for (const auto& [sampleRate, rate] : {std::pair{44100.0f, 11.0f},
+                                               {44100.0f, 49.0f},
+                                               {96000.0f, 1.0f},
+                                               {48000.0f, 3000.0f},
+                                               {8000.0f, 7.0f}}) {
             INFO("rate " << rate << " at " << sampleRate << ", drive " << drives[0] << " of "
                          << drives.size() << ", seed " << rng.seed());
             const std::vector<int> pieces = rng.pieces(total, 256);
