@@ -38,8 +38,10 @@ FrequencyResponseSource::Response Model::Crossover::responseAt(float hz) const {
         return static_cast<float>(1.0 / (std::pow(ratio, power) + 1.0));
     };
     if (model->processingMode == ProcessingMode::Analog)
+        // As a float the power of a usual slope is a whole number, which a point of the grid below
+        // 0 Hz has an answer for.
         return lowPass(static_cast<double>(hz) * inverseHz,
-                       static_cast<double>(slope) * 0.16666667);
+                       static_cast<double>(slope * 0.16666667f));
 
     constexpr float practicallyInfinite = 199.0f;
     const float omega = 2.0f * std::numbers::pi_v<float> * std::max(hz, 1.0f) / model->sampleRate;

@@ -120,6 +120,11 @@ TEST_CASE("CrossoverMultiBandModel: analog responses go by the slope, half at th
         CHECK(model.getBand(0).getResponseAt(point).real() == doctest::Approx(expected));
         CHECK(model.getBand(1).getResponseAt(point).real() == doctest::Approx(1.0 - expected));
     }
+
+    model.getMapping().logarithmic = false;
+    model.getCrossover(0).slope = 24.0f;
+    CHECK(model.getMapping().getFrequency(-1) < 0.0f);
+    CHECK(model.getBand(0).getResponseAt(-1).real() == doctest::Approx(1.0).epsilon(1e-3));
 }
 
 }  // namespace
