@@ -118,8 +118,10 @@ void Mixer::renderGeneral(float* out, int numSamples) noexcept CINDER_REALTIME {
         combine(in, gain, out, numSamples, isFirst);
         isFirst = false;
     }
-    if (isFirst) passOn(environment->getZeroBlock());
-    if (operation == Operation::RatioHeld) lastRatio = out[numSamples - 1];
+    if (isFirst)
+        passOn(environment->getZeroBlock());
+    else if (operation == Operation::RatioHeld)
+        lastRatio = out[numSamples - 1];
     setConstant(allConstant);
 }
 
