@@ -10,7 +10,7 @@ namespace cinder {
 float angularFrequency(float log2Hz, float sampleRate) noexcept CINDER_REALTIME;
 
 /// tan(w / 2), where the bilinear transform puts the frequency w. Beyond 0.4984 of the sample rate
-/// it stays at 199.9, so that every design is finite and stable. [any]
+/// it stays at 200, so that every design is finite and stable. [any]
 float bilinearTangent(float angularFrequency) noexcept CINDER_REALTIME;
 
 /// The section with s = (1 - 1/z) / (1 + 1/z) / tangent. [any]
