@@ -12,10 +12,12 @@
 #include "dsp/filters/BiquadKernels.h"
 #include "dsp/filters/EQFilter.h"
 #include "support/BlockBenchmark.h"
+#include "support/Loop.h"
 
 namespace {
 
 using namespace cinder;
+using bench::Loop;
 
 constexpr int blockSize = 256;
 
@@ -50,19 +52,6 @@ void runSections(benchmark::State& state, Form form, int numSections, int runLen
         run(lanes, runs.data(), static_cast<int>(runs.size()), 0, numSections);
     });
 }
-
-/// One block, over and over. A control that does not say that it stands still takes the path of one
-/// that moves.
-class Loop final : public wave::Source {
-public:
-    Loop(wave::Environment* environment, const std::vector<float>& samples, bool tellsConstant)
-        : Source(environment) {
-        for (int i = 0; i < blockSize; ++i)
-            (*ownBlock)[i] = samples[static_cast<std::size_t>(i) % samples.size()];
-        setConstant(tellsConstant);
-    }
-    void render(wave::BasicBlock<float>*, int, unsigned) noexcept CINDER_REALTIME override {}
-};
 
 /// Octaves up and down within a block, by `octavesPerSample`.
 std::vector<float> sweep(float octavesPerSample) {

@@ -10,25 +10,14 @@
 #include "modulation/sources/dynamics/Detector.h"
 #include "modulation/sources/dynamics/PeakHold.h"
 #include "support/BlockBenchmark.h"
+#include "support/Loop.h"
 
 namespace {
 
 using namespace cinder;
+using bench::Loop;
 
 constexpr int blockSize = 256;
-
-/// One block, over and over. A control that does not say that it stands still takes the path of one
-/// that moves.
-class Loop final : public wave::Source {
-public:
-    Loop(wave::Environment* environment, const std::vector<float>& samples, bool tellsConstant)
-        : Source(environment) {
-        for (int i = 0; i < blockSize; ++i)
-            (*ownBlock)[i] = samples[static_cast<std::size_t>(i) % samples.size()];
-        setConstant(tellsConstant);
-    }
-    void render(wave::BasicBlock<float>*, int, unsigned) noexcept CINDER_REALTIME override {}
-};
 
 /// Sound that rises and falls several times within the block, with some noise on top.
 std::vector<float> sound(float peak) {

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/Constants.h"
+#include "core/simd/BlockMath.h"
 #include "processor/frame/Channel.h"
 
 namespace cinder {
@@ -16,11 +17,6 @@ constexpr std::int32_t reservedLatency = 256;
 
 bool isSame(float a, float b) {
     return std::abs(a - b) <= sameValue;
-}
-
-void crossfade(const float* wet, const float* fade, float* dryAndOut, int numSamples) {
-    for (int i = 0; i < numSamples; ++i)
-        dryAndOut[i] = (dryAndOut[i] - wet[i]) * fade[i] + wet[i];
 }
 
 }  // namespace
@@ -84,7 +80,7 @@ void GenericPluginProcessor::BypassProcessor::processBlock(
             continue;
         }
         readDry(i, out, numSamples);
-        if (!isDry) crossfade(wet, fadeValues, out, numSamples);
+        if (!isDry) simd::crossfade(wet, out, fadeValues, out, numSamples);
     }
 }
 
