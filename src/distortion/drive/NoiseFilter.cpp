@@ -45,6 +45,12 @@ NoiseFilter::NoiseFilter(wave::Environment* environment, const Capacitor::Style*
     set(capacitor.release, 0.25f);  // seconds
 }
 
+void NoiseFilter::reset() noexcept CINDER_REALTIME {
+    peakHold.reset();
+    detector.reset();
+    capacitor.reset();
+}
+
 void NoiseFilter::propertyChanged(AbstractProperty* property) {
     if (property == &threshold) detector.threshold.assign(threshold);
 }

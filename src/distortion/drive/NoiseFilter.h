@@ -29,6 +29,8 @@ public:
     NoiseFilter(wave::Environment* environment, const Capacitor::Style* capacitorStyle,
                 std::uint32_t seed);
 
+    /// The dynamics; the noise goes on. [audio]
+    void reset() noexcept CINDER_REALTIME override;
     void propertyChanged(AbstractProperty* property) override;  ///< [audio]
 
     Property<float> threshold{-48.0f, this};  // dB

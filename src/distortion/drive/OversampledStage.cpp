@@ -26,6 +26,12 @@ void OversampledStage::reset() noexcept CINDER_REALTIME {
     converters->decimator.reset();
 }
 
+void OversampledStage::scalePast(float in, float out) noexcept CINDER_REALTIME {
+    if (!converters) return;
+    converters->interpolator.scalePast(in);
+    converters->decimator.scalePast(out);
+}
+
 void OversampledStage::setPartner(OversampledStage* newPartner) {
     if (newPartner == partner) return;
     for (OversampledStage* side : {this, newPartner}) {

@@ -35,6 +35,10 @@ public:
     bool isLinked() const { return linked; }
 
 protected:
+    /// For a curve that is about to change: what the converters hold goes on as if it had entered
+    /// with `in` times and left the curve with `out` times its level. [audio]
+    void scalePast(float in, float out) noexcept CINDER_REALTIME;
+
     void process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,
                  unsigned flags) noexcept CINDER_REALTIME final;
 

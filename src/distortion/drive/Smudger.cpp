@@ -142,7 +142,8 @@ void Smudger::crossfade(float* out, int numSamples, std::int32_t period) noexcep
     const auto length = static_cast<float>(period);
     for (int i = 0; i < numSamples; ++i) {
         const float w = static_cast<float>(crossfadePosition + i) / length;
-        out[i] = std::max(-1.0f, std::min(1.0f, (1.0f - w) * a[i] + w * b[i]));
+        const float y = (1.0f - w) * a[i] + w * b[i];
+        out[i] = y == y ? std::clamp(y, -1.0f, 1.0f) : 0.0f;
     }
     crossfadePosition += numSamples;
 }

@@ -18,7 +18,7 @@ namespace cinder {
 /// State   the grains and the fade between them; reset() starts both anew. The same bits for any
 ///         cut of the block while the drive stands still. A drive that moves is read where a block
 ///         or a fade begins, so that the lengths of the fades hang on the sub-block
-/// Errors  none; a NaN lasts until its slice is recorded over. The first reset() at a new rate
+/// Errors  none; a NaN is silent until its slice is recorded over. The first reset() at a new rate
 ///         allocates, no other call does
 class Smudger final : public wave::Filter {
 public:

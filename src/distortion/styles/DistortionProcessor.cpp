@@ -83,7 +83,10 @@ void DistortionProcessor::setUp(const DistortionSetup& setup) noexcept CINDER_RE
 
     if (setup.path.smudge == 1) startAnew(smudger);
     if (setup.path.crush == 1) startAnew(bitCrusher);
-    if (setup.path.clip == 1) startAnew(clipper);
+    if (setup.path.clip == 1) {
+        startAnew(noiseFilter);
+        startAnew(clipper);
+    }
     smudgeRouter.selection = setup.path.smudge;
     crushRouter.selection = setup.path.crush;
     clipRouter.selection = setup.path.clip;

@@ -18,4 +18,10 @@ void IIRDecimator::reset() noexcept CINDER_REALTIME {
     std::ranges::fill(lastInputs, 0.0f);
 }
 
+void IIRDecimator::scalePast(float gain) noexcept CINDER_REALTIME {
+    IIRConverter::scalePast(gain);
+    for (float& held : lastInputs)
+        held = scaled(held, gain);
+}
+
 }  // namespace cinder::sr

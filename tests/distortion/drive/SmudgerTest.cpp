@@ -131,6 +131,10 @@ TEST_CASE("Smudger: any cut of the block, a reset, and settings beyond all sense
     for (const float y : pullPieces(whole.environment, whole.smudger, {100}))
         REQUIRE(y == doctest::Approx(samples.back()).epsilon(1e-6));
 
+    SmudgerRig broken(44100.0f, 11.0f, {NAN}, {0.0f});
+    for (const float y : pullPieces(broken.environment, broken.smudger, {100}))
+        REQUIRE(y == 0.0f);
+
     for (const float rate : {0.0f, -3.0f, 1e9f, NAN})
         for (const float sampleRate : {1.0f, 44100.0f}) {
             SmudgerRig rig(sampleRate, rate, samples, {5.0f, NAN, 0.0f, 1.0f, 0.0f});

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "distortion/styles/BandRig.h"
 
@@ -43,15 +44,42 @@ TEST_CASE("Style change: where the switches fade no step is above the signal's o
     }
 }
 
+TEST_CASE("Style change: between two curves no step is above the curves' own, at any factor") {
+    std::vector<float> samples;
+    for (int i = 0; i < 4410; ++i)
+        samples.push_back(0.05f * std::sin(0.02849517f * static_cast<float>(i)));  // 200 Hz
+    constexpr StyleId path[] = {CleanTape, HeavySaturation, GentleSaturation, HeavySaturation};
+    for (const float drive : {0.0f, 0.6f, 1.0f}) {
+        float atFactor1 = 0.0f;
+        for (const int factor : {1, 2, 4, 8}) {
+            BandRig rig({samples}, 44100.0f, factor);
+            wave::Producer& band = rig.channels[0]->cabinet;
+            rig.set(path[0], drive);
+            play(rig.environment, band, 300, 100);
+            std::vector<float> out;
+            for (int change = 0; change < 60; ++change) {  // all over the sine
+                rig.set(path[change % 4], drive);
+                const auto more = play(rig.environment, band, 337, 100);
+                out.insert(out.end(), more.begin(), more.end());
+            }
+            INFO("drive " << drive << ", factor " << factor);
+            if (factor == 1) atFactor1 = largestStep(out);
+            CHECK(largestStep(out) <= 1.1f * atFactor1);
+        }
+    }
+}
+
 TEST_CASE("Style change: a stage that comes back has forgotten what it heard") {
     std::vector<float> samples(20000, 0.8f);
     samples.resize(200000);
-    for (const StyleId style : {Smudge, Destroy}) {
+    constexpr std::pair<StyleId, StyleId> cases[] = {
+        {Smudge, CleanTape}, {Destroy, CleanTape}, {CleanTape, Smudge}};
+    for (const auto& [style, other] : cases) {
         BandRig rig({samples});
         wave::Producer& band = rig.channels[0]->cabinet;
         rig.set(style, 1.0f);
         play(rig.environment, band, 10000);
-        rig.set(CleanTape, 0.0f);
+        rig.set(other, 0.0f);
         play(rig.environment, band, 100000);
         rig.set(style, 1.0f);
         INFO("style " << static_cast<int>(style));
