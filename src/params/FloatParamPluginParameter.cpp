@@ -3,8 +3,9 @@
 namespace cinder {
 
 void FloatParamPluginParameter::applyValue(float value) noexcept CINDER_REALTIME {
+    FloatPluginParameter::applyValue(value);
     for (wave::FloatParameter* target : targets)
-        target->setValue(value, wave::FloatParameter::automaticRamp);
+        target->setValue(targetValue(value), wave::FloatParameter::automaticRamp);
 }
 
 }  // namespace cinder

@@ -7,7 +7,7 @@
 
 namespace cinder {
 
-/// Hands its value to smoothed control values, which go there on their own ramps.
+/// Hands its target value to smoothed control values, which go there on their own ramps.
 class FloatParamPluginParameter final : public FloatPluginParameter {
 public:
     using FloatPluginParameter::FloatPluginParameter;

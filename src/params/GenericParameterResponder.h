@@ -7,7 +7,8 @@
 
 namespace cinder {
 
-/// Hears of the values that take effect, on the thread on which they do.
+/// Hears of the values that take effect, on the thread on which they do. One that is listed with a
+/// parameter hears its target values, one that is listed with an owner its stored values.
 class ParameterResponder {
 public:
     virtual void valueChanged(float value, AbstractPluginParameter* parameter) = 0;

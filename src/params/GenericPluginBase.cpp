@@ -1,5 +1,7 @@
 #include "params/GenericPluginBase.h"
 
+#include <algorithm>
+
 namespace cinder {
 
 int GenericPluginBase::parameterCount() const {
@@ -14,6 +16,17 @@ AbstractPluginParameter* GenericPluginBase::parameter(int id) const {
 int GenericPluginBase::addParameter(AbstractPluginParameter* parameter) {
     parameterList->push_back(parameter);
     return parameterCount() - 1;
+}
+
+int GenericPluginBase::addGroup(const std::string& name) {
+    const auto found = std::find(groupNames.begin(), groupNames.end(), name);
+    const auto id = static_cast<int>(found - groupNames.begin());
+    if (found == groupNames.end()) groupNames.push_back(name);
+    return id;
+}
+
+std::string GenericPluginBase::groupName(int id) const {
+    return id >= 0 && id < groupCount() ? groupNames[static_cast<std::size_t>(id)] : std::string();
 }
 
 }  // namespace cinder

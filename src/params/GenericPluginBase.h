@@ -10,8 +10,8 @@
 
 namespace cinder {
 
-/// What the two halves of an instance have in common: the layout, what the product offers, and the
-/// list of parameters.
+/// What the two halves of an instance have in common: the layout, what the product offers, the
+/// list of parameters and the names of their groups.
 /// State   set up by the product's constructor, constant from then on
 class GenericPluginBase : public GenericParameterResponder {
 public:
@@ -40,7 +40,12 @@ public:
     int parameterCount() const override;
     AbstractPluginParameter* parameter(int id) const override;
     int addParameter(AbstractPluginParameter* parameter) override;
+    /// Groups of one name are one group; group 0 is the one without a name.
+    int addGroup(const std::string& name) override;
     int group() const override { return 0; }
+    /// Empty for an id without a group.
+    std::string groupName(int id) const;
+    int groupCount() const { return static_cast<int>(groupNames.size()); }
 
     std::int32_t getChannelLayout() const { return channelLayout; }
     std::int32_t getChannelCount() const { return channelCountOf(channelLayout); }
@@ -64,6 +69,7 @@ protected:
 
 private:
     std::vector<AbstractPluginParameter*>* const parameterList;
+    std::vector<std::string> groupNames{std::string()};  // by id
 };
 
 }  // namespace cinder

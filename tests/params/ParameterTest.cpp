@@ -59,12 +59,14 @@ TEST_CASE("Parameters: clamp or cut to steps, and tell their owner of real chang
                   {0.5f + 3e-7f, 0.5f + 3e-7f, true},
                   {5.0f, 2.0f, true},
                   {3.0f, 2.0f, false},
-                  {notANumber, -2.0f, true}});
+                  {notANumber, 2.0f, false}});
     check(colour, {{1.9f, 1.0f, false},
                    {2.0f, 2.0f, true},
                    {1e30f, 2.0f, false},
                    {-0.5f, 0.0f, true},
-                   {notANumber, 0.0f, false}});
+                   {notANumber, 0.0f, false},
+                   {1e30f, 2.0f, true},
+                   {notANumber, 2.0f, false}});
 }
 
 TEST_CASE("Parameters: what is applied reaches every target, and leaves the value alone") {

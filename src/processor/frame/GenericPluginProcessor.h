@@ -195,7 +195,6 @@ protected:
     void parameterChanged(int id, float value, unsigned flags) final {
         setParameterValue(id, value, flags);
     }
-    int addGroup(const std::string&) override { return 0; }  // groups are the other half's affair
     void requestHostRefresh() final { requestDiscontinuity(); }
 
     AbstractMusicEventReceiver& getEventReceiver() const { return *eventReceiver; }
