@@ -1,0 +1,43 @@
+#pragma once
+
+#include "modulation/matrix/ModulationMatrix.h"
+#include "wave/Producer.h"
+
+namespace cinder {
+
+/// Renders one target: out[i] = clamp(base[i] + the sum of source[i] * level[i]).
+/// Shape   without an active slot the base block itself, constant flag included; a constant block
+///         from one sample where all that goes into it is constant
+/// State   none of its own; the same bits for any cut of the blocks that go into it
+class ModulationMatrix::GlobalModulationProducer final : public wave::Source {
+public:
+    GlobalModulationProducer(ModulationMatrix* matrix, Target* target)
+        : Source(matrix->getEnvironment()), matrix(matrix), target(target) {}
+
+    void render(wave::BasicBlock<float>* block, int numSamples,
+                unsigned flags) noexcept CINDER_REALTIME override;
+
+private:
+    ModulationMatrix* const matrix;
+    Target* const target;
+};
+
+/// What the signal path connects to: hands on what the target's producer gives.
+class ModulationMatrix::GlobalTargetController final : public wave::Source {
+public:
+    GlobalTargetController(GlobalModulationProducer* producer, const Target* target)
+        : Source(producer->getEnvironment(), true), producer(producer), target(target) {}
+
+    void render(wave::BasicBlock<float>*, int numSamples,
+                unsigned) noexcept CINDER_REALTIME override {
+        passOn(producer->pull(numSamples));
+        status = producer->getStatus();
+    }
+    const Target& getTarget() const { return *target; }
+
+private:
+    GlobalModulationProducer* const producer;
+    const Target* const target;
+};
+
+}  // namespace cinder
