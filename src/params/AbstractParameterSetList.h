@@ -47,7 +47,7 @@ public:
     /// Makes room at an index up to the count: the set there and all later ones move up by one. The
     /// new set keeps the values of the one that stood there, or, at the end, gets those of the last
     /// one. [ui]
-    void insertSet(int index);
+    virtual void insertSet(int index);
 
     // Setting up, before audio runs. Nothing is owned.
 
