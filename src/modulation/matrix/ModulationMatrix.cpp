@@ -114,7 +114,7 @@ void ModulationMatrix::setSourceKind(int source, SourceKind kind) noexcept CINDE
 
 void ModulationMatrix::setSlotBypassed(int slot, bool bypassed) noexcept CINDER_REALTIME {
     slotAt(slot).bypassed = bypassed;
-    refresh(slotAt(slot), true);
+    refresh(slotAt(slot));
 }
 
 void ModulationMatrix::setSlotInverted(int slot, bool inverted) noexcept CINDER_REALTIME {
@@ -151,30 +151,39 @@ wave::Producer* ModulationMatrix::levelOf(const Slot& slot) const noexcept CINDE
     return targetProducers[static_cast<std::size_t>(slot.levelTarget)].get();
 }
 
-/// A slot that comes into force, or goes out of it, may decide about any that stand behind it.
-void ModulationMatrix::routingChanged(Slot& slot) noexcept CINDER_REALTIME {
-    controller->routingChanged(slot.index);
-    for (int i = slot.index; i < shape->slotCount; ++i)
-        refresh(slotAt(i), i == slot.index);
+bool ModulationMatrix::isInForce(const Slot& slot) const noexcept CINDER_REALTIME {
+    return controller->isRouted(slot.index) && !slot.bypassed;
 }
 
-void ModulationMatrix::refresh(Slot& slot, bool forceLevel) noexcept CINDER_REALTIME {
-    const bool wasActive = slot.isActive();
-    const bool isActive = controller->isRouted(slot.index) && !slot.bypassed;
-    slot.state = isActive ? Slot::State::Active : Slot::State::Inactive;
-    if (forceLevel || !wasActive) updateLevel(slot);
+/// A slot that comes into force, or goes out of it, may decide about any that stand behind it.
+void ModulationMatrix::routingChanged(Slot& changed) noexcept CINDER_REALTIME {
+    controller->routingChanged(changed.index);
+    const auto first = slots.begin() + changed.index;
+    // First those that leave: with them and the new ones there might be a loop.
+    for (auto slot = first; slot != slots.end(); ++slot)
+        if (!isInForce(*slot)) slot->state = Slot::State::Inactive;
+    for (auto slot = first; slot != slots.end(); ++slot)
+        refresh(*slot);
+}
+
+void ModulationMatrix::refresh(Slot& slot) noexcept CINDER_REALTIME {
+    slot.state = isInForce(slot) ? Slot::State::Active : Slot::State::Inactive;
+    updateLevel(slot);
 }
 
 void ModulationMatrix::updateLevel(Slot& slot) noexcept CINDER_REALTIME {
-    if (!slot.isActive()) return;
-    const Target& target = targetAt(slot.target);
-    float depth = target.range ? target.range->depthOf(shape->source(slot.source).kind) : 1.0f;
-    depth *= target.scale;
+    float depth = 1.0f;  // of a slot that is not heard
+    if (slot.isActive()) {
+        const Target& target = targetAt(slot.target);
+        if (target.range) depth = target.range->depthOf(shape->source(slot.source).kind);
+        depth *= slot.inverted ? -target.scale : target.scale;
+    }
     Target& level = targetAt(slot.levelTarget);
-    level.setScale(slot.inverted ? -depth : depth);
+    if (level.scale == depth) return;
+    level.setScale(depth);
     // No loop is active, and each slot has one target: this visits every slot once at most.
     for (Slot* modulator : level.slots)
-        updateLevel(*modulator);
+        if (modulator->isActive()) updateLevel(*modulator);
 }
 
 }  // namespace cinder

@@ -76,8 +76,9 @@ private:
     wave::Producer* producerOf(const Slot& slot,
                                const Target& target) const noexcept CINDER_REALTIME;
     wave::Producer* levelOf(const Slot& slot) const noexcept CINDER_REALTIME;
-    void routingChanged(Slot& slot) noexcept CINDER_REALTIME;
-    void refresh(Slot& slot, bool forceLevel) noexcept CINDER_REALTIME;
+    bool isInForce(const Slot& slot) const noexcept CINDER_REALTIME;
+    void routingChanged(Slot& changed) noexcept CINDER_REALTIME;
+    void refresh(Slot& slot) noexcept CINDER_REALTIME;
     void updateLevel(Slot& slot) noexcept CINDER_REALTIME;
 
     ModulationMatrixShape* const shape;
@@ -122,7 +123,7 @@ struct ModulationMatrix::Target {
     SecondaryTarget* secondaryTarget = nullptr;
     float maximum, minimum;            // of the value
     float clampMaximum, clampMinimum;  // of the result: those times the scale
-    float scale = 1.0f;                // a slot's depth for its level, 1 for any other target
+    float scale = 1.0f;                // an active slot's depth for its level, otherwise 1
     float value;                       // as last given, in target units, before the scale
     wave::FloatParameter base;         // smoothed, value * scale
 };
