@@ -6,6 +6,7 @@
 
 #include "params/NoteName.h"
 #include "params/NumberText.h"
+#include "params/tapers/Tapers.h"
 
 namespace cinder {
 
@@ -14,12 +15,6 @@ namespace {
 using Unit = FloatPluginParameterUnit;
 using Alias = Unit::Alias;
 
-float decibelsOfRatio(float ratio) noexcept {
-    constexpr float floorDb = -180.0f;
-    const float magnitude = std::abs(ratio);
-    if (!(magnitude > 1e-10f)) return floorDb;
-    return std::max(20.0f * std::log10(magnitude), floorDb);
-}
 float exp2Of(float x) noexcept {
     return std::exp2(x);
 }
@@ -47,15 +42,17 @@ constexpr Alias inNotes[] = {
 namespace units {
 
 // clang-format off
-//                        shown        words      no number      look: text     format  gap display, and back
+//                        shown        words      no number      look: text     format  gap
 constexpr Unit hz      = {"Hz",        inHertz,   parseNoteName, frequencyText};
-constexpr Unit expFreq = {"Hz",        inHertz,   parseNoteName, frequencyText, {},     {}, exp2Of,  log2Of};
+constexpr Unit expFreq = {"Hz",        inHertz,   parseNoteName, frequencyText, {},     {},
+                          exp2Of, log2Of};  // what the display goes through, and back
 constexpr Unit ms      = {"ms",        inMs};
 constexpr Unit sec     = {"sec",       inSeconds};
 constexpr Unit dB      = {"dB",        inDb,      {},            decibelText};
 constexpr Unit dBTP    = {"dBTP",      inDb,      {},            decibelText};
 constexpr Unit dBRange = {"dB",        inDb,      {},            {},            "%.2f"};
-constexpr Unit octaves = {"semitones", inNotes,   {},            {},            {},     {}, times12, over12};
+constexpr Unit octaves = {"semitones", inNotes,   {},            {},            {},     {},
+                          times12, over12};
 constexpr Unit percent = {"%",         {},        {},            {},            "*3f",  ""};
 constexpr Unit ratio   = {":1",        {},        {},            {},            "%.2f", ""};
 constexpr Unit slope   = {"dB/oct",    {},        {},            {},            "%.1f"};

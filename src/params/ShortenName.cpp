@@ -104,7 +104,7 @@ std::string shortenName(std::string_view name, int maxChars) {
     if (text.size() <= limit) return text;
     text = parts.initials;
     for (char c : parts.last)
-        if (text.size() < limit && expendable.find(c) == std::string_view::npos) text += c;
+        if (expendable.find(c) == std::string_view::npos) text += c;
     return std::string(cutText(text, maxChars));
 }
 
