@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "core/simd/BlockMath.h"
-#include "distortion/drive/Drive.h"
 #include "distortion/drive/GainKernels.h"
 
 namespace cinder {
@@ -13,11 +12,7 @@ FunctionTableClipper::FunctionTableClipper(sr::IIRConverterStyle* converterStyle
       drive(converterStyle->getEnvironment()) {}
 
 void FunctionTableClipper::setStyle(const Style* newStyle) noexcept CINDER_REALTIME {
-    if (style && newStyle && newStyle != style) {
-        const float d = limitedDrive(lastDrive);
-        scalePast(newStyle->preTable.lookup(d) / style->preTable.lookup(d),
-                  style->postTable.lookup(d) / newStyle->postTable.lookup(d));
-    }
+    if (style && newStyle != style) startFromFirst();
     style = newStyle;
 }
 
@@ -40,7 +35,6 @@ void FunctionTableClipper::leave(float* samples, int numSamples) noexcept CINDER
 void FunctionTableClipper::applyGain(const FunctionTable& gainOfDrive, const float* in, float* out,
                                      int numSamples) noexcept CINDER_REALTIME {
     const float* const drives = drive.pull(numSamples)->data();
-    lastDrive = drives[drive.isConstant() ? 0 : numSamples - 1];
     const GainTable table = {gainOfDrive.values.data(), gainOfDrive.scale, gainOfDrive.size - 1};
     if (!drive.isConstant()) {
         gainKernels->applyTable(table, drives, in, out, numSamples);

@@ -17,8 +17,8 @@ namespace cinder {
 ///         drive stands still, and two a sample while it moves
 /// Range   drive 0..1, limited
 /// State   that of the converters; the same bits for any cut of the block. A new style takes effect
-///         with the next block, at once: what the converters hold of the old one is brought to its
-///         gains, so that a change at any factor steps no more than the curves differ
+///         with the next block, at once, and at any factor by the same step: the converters, which
+///         hold levels of the old one, start from the block's first sample
 /// Errors  none; without a style the signal passes through the converters as it is
 class FunctionTableClipper final : public OversampledStage {
 public:
@@ -39,7 +39,6 @@ private:
                    int numSamples) noexcept CINDER_REALTIME;
 
     const Style* style = nullptr;  // not owned
-    float lastDrive = 0.0f;        // at the end of the last block
 };
 
 }  // namespace cinder

@@ -21,15 +21,18 @@ OversampledStage::~OversampledStage() {
 }
 
 void OversampledStage::reset() noexcept CINDER_REALTIME {
+    hasPast = false;
+    startsFromFirst = false;
     if (!converters) return;
     converters->interpolator.reset();
     converters->decimator.reset();
 }
 
-void OversampledStage::scalePast(float in, float out) noexcept CINDER_REALTIME {
-    if (!converters) return;
-    converters->interpolator.scalePast(in);
-    converters->decimator.scalePast(out);
+void OversampledStage::settle(float first) noexcept CINDER_REALTIME {
+    startsFromFirst = false;
+    converters->interpolator.settle(first);
+    shape(&first, 1);
+    converters->decimator.settle(first);
 }
 
 void OversampledStage::setPartner(OversampledStage* newPartner) {
@@ -83,6 +86,8 @@ void OversampledStage::process(wave::BasicBlock<float>* in, wave::BasicBlock<flo
     sr::IIRDecimator::Job down[2];
     for (std::size_t i = 0; const Side& side : running) {
         side.stage->enter(side.in->data(), side.out, numSamples);
+        if (side.stage->startsFromFirst) side.stage->settle(side.out[0]);
+        side.stage->hasPast = true;
         up[i] = {&side.stage->converters->interpolator, side.out, side.raised};
         down[i++] = {&side.stage->converters->decimator, side.raised, side.out};
     }

@@ -35,9 +35,9 @@ public:
     bool isLinked() const { return linked; }
 
 protected:
-    /// For a curve that is about to change: what the converters hold goes on as if it had entered
-    /// with `in` times and left the curve with `out` times its level. [audio]
-    void scalePast(float in, float out) noexcept CINDER_REALTIME;
+    /// The next block's first sample is taken for all of the past, since what the converters hold
+    /// is not of the kind that comes next. [audio]
+    void startFromFirst() noexcept CINDER_REALTIME { startsFromFirst = hasPast; }
 
     void process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,
                  unsigned flags) noexcept CINDER_REALTIME final;
@@ -60,11 +60,14 @@ private:
 
     void setLink(bool isLinked) noexcept CINDER_REALTIME;
     bool runsAsPair() const noexcept CINDER_REALTIME;
+    void settle(float first) noexcept CINDER_REALTIME;
 
     sr::IIRConverterStyle* converterStyle;  // not owned, may be null
     OversampledStage* partner = nullptr;    // not owned
     std::optional<Converters> converters;
     bool linked = false;
+    bool hasPast = false;  // since the last reset
+    bool startsFromFirst = false;
 };
 
 }  // namespace cinder

@@ -21,15 +21,9 @@ void IIRConverter::reset() noexcept CINDER_REALTIME {
     style->getFactor();
 }
 
-void IIRConverter::scalePast(float gain) noexcept CINDER_REALTIME {
-    for (float* held = state.data(); held != state.data() + state.size(); ++held)
-        *held = scaled(*held, gain);
-}
-
-/// Bounded, so that no number of gains makes an infinity, which a filter would keep.
-float IIRConverter::scaled(float held, float gain) noexcept CINDER_REALTIME {
-    constexpr float largest = 1e9f;
-    return std::clamp(held * gain, -largest, largest);
+/// Every section passes a constant as it is.
+void IIRConverter::settle(float value) noexcept CINDER_REALTIME {
+    std::fill_n(state.data(), state.size(), value);
 }
 
 }  // namespace cinder::sr

@@ -17,8 +17,8 @@ public:
     explicit IIRConverter(IIRConverterStyle* style);
 
     void reset() noexcept CINDER_REALTIME override;
-    /// Goes on as if all that came in so far had been `gain` times as large, up to 1e9. [audio]
-    virtual void scalePast(float gain) noexcept CINDER_REALTIME;
+    /// Goes on as if `value` had come in for ever. [audio]
+    virtual void settle(float value) noexcept CINDER_REALTIME;
 
     IIRConverterStyle* getStyle() const { return style; }
 
@@ -47,8 +47,6 @@ protected:
         }
         return true;
     }
-
-    static float scaled(float held, float gain) noexcept CINDER_REALTIME;
 
     IIRConverterStyle* style;  // not owned
     wave::BasicBlock<float> state;

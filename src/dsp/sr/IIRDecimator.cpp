@@ -18,10 +18,10 @@ void IIRDecimator::reset() noexcept CINDER_REALTIME {
     std::ranges::fill(lastInputs, 0.0f);
 }
 
-void IIRDecimator::scalePast(float gain) noexcept CINDER_REALTIME {
-    IIRConverter::scalePast(gain);
-    for (float& held : lastInputs)
-        held = scaled(held, gain);
+/// Either branch has half of what comes in.
+void IIRDecimator::settle(float value) noexcept CINDER_REALTIME {
+    IIRConverter::settle(0.5f * value);
+    std::ranges::fill(lastInputs, value);
 }
 
 }  // namespace cinder::sr
