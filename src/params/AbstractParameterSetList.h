@@ -45,8 +45,8 @@ public:
     /// move along. [ui]
     virtual void removeSet(int index);
     /// Makes room at an index up to the count: the set there and all later ones move up by one. The
-    /// new set keeps the values of the one that stood there, or, at the end, gets those of the last
-    /// one. [ui]
+    /// new set is a copy of the one in front of it, so to insert behind a set is to double it; at
+    /// the very front it keeps the values of the one that stood there. [ui]
     virtual void insertSet(int index);
 
     // Setting up, before audio runs. Nothing is owned.
