@@ -63,6 +63,9 @@ public:
     /// [audio]
     void resetToNeutral() noexcept CINDER_REALTIME { setUp(neutralSetup); }
 
+    /// Forgets what the converters hold, which a new factor has no use for. [audio]
+    void resetConverters() noexcept CINDER_REALTIME { clipper.reset(); }
+
     /// Lets this channel and another run as a pair; both have the same style from then on, and the
     /// same tone.
     void link(DistortionProcessor& other);

@@ -1,13 +1,11 @@
 #pragma once
 
 #include "cinder/shaper/ShaperProcessor.h"
+#include "tools/HostBlocks.h"
 
 #include <vector>
 
 namespace cinder::test {
-
-/// One vector per channel.
-using Channels = std::vector<std::vector<float>>;
 
 /// A shaper at a rate, its parameters at their defaults until they are set.
 class ShaperFixture {
@@ -18,8 +16,9 @@ public:
     void set(ShaperParameterId id, float value);
     /// Curve none, no drive, no level: what is left is the way through the oversampler.
     void setTransparent(int log2Factor);
-    /// In host blocks of the given sizes, repeated, each under the real-time guard.
-    Channels render(const Channels& input, const std::vector<int>& blocks = {512});
+    Channels render(const Channels& input, const std::vector<int>& blocks = {512}) {
+        return playThrough(processor, input, blocks);
+    }
     int latency() const { return processor.getLatency(); }
 
     ShaperProcessor processor;
