@@ -24,6 +24,7 @@ constexpr void (*addCommands[])(CLI::App&) = {
 constexpr const char* examples = R"(Examples:
   cinder render drums.wav out.wav
   cinder render drums.wav out.flac --set Drive=24 --set Curve="soft fold"
+  cinder render drums.wav out.wav --bands 3 --style warm-tape --drive 60
 
 `cinder COMMAND --help` tells all about a command.)";
 

@@ -27,7 +27,9 @@ std::optional<T> parseAll(std::string_view text) {
     return value;
 }
 
-char lowerCase(char c) {
+/// As names are compared: a dash spares a shell's user the quotes.
+char plain(char c) {
+    if (c == '-') return ' ';
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
@@ -54,7 +56,7 @@ std::string numberText(float value) {
 
 bool isSameName(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return lowerCase(x) == lowerCase(y); });
+                      [](char x, char y) { return plain(x) == plain(y); });
 }
 
 }  // namespace cinder

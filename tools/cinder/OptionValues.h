@@ -16,7 +16,7 @@ int parseWhole(std::string_view option, std::string_view text, int minimum, int 
 /// The shortest text that reads back as the same number.
 std::string numberText(float value);
 
-/// Equal but for upper and lower case.
+/// Equal but for upper and lower case, and for dashes in the place of blanks.
 bool isSameName(std::string_view a, std::string_view b);
 
 }  // namespace cinder

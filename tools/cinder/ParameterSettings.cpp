@@ -19,14 +19,6 @@ std::string inQuotes(std::string_view text) {
     return quoted(std::filesystem::path(text));
 }
 
-std::string_view withoutBlanks(std::string_view text) {
-    while (!text.empty() && text.front() == ' ')
-        text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ')
-        text.remove_suffix(1);
-    return text;
-}
-
 std::string joined(std::span<const char* const> names) {
     std::string all;
     for (const char* name : names)
@@ -43,8 +35,8 @@ std::string rangeText(const ParameterRow& row) {
     return withUnit(numberText(row.minimum) + " to " + numberText(row.maximum), row);
 }
 
-std::string valueText(const ParameterRow& row, float value) {
-    if (!row.choices.empty()) return row.choices[static_cast<std::size_t>(value)];
+std::string textOf(const ParameterRow& row, float value) {
+    if (!row.choices.empty()) return row.choices[static_cast<std::size_t>(value - row.minimum)];
     return withUnit(numberText(value), row);
 }
 
@@ -57,7 +49,7 @@ std::optional<double> parseWithUnit(std::string_view text, std::string_view unit
 
 float parseValue(const ParameterRow& row, std::string_view text) {
     for (std::size_t i = 0; i < row.choices.size(); ++i)
-        if (isSameName(row.choices[i], text)) return static_cast<float>(i);
+        if (isSameName(row.choices[i], text)) return row.minimum + static_cast<float>(i);
     if (row.choices.empty()) {
         const auto value = parseWithUnit(text, row.unit);
         if (value && *value >= static_cast<double>(row.minimum) &&
@@ -86,9 +78,17 @@ std::string listInLines(const ParameterRow& row) {
 
 }  // namespace
 
+std::string_view withoutBlanks(std::string_view text) {
+    while (!text.empty() && text.front() == ' ')
+        text.remove_prefix(1);
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    return text;
+}
+
 ParameterSettings::ParameterSettings(std::span<const ParameterRow> rows,
                                      std::span<const std::string> texts)
-    : rows(rows) {
+    : rows(rows), given(rows.size(), false) {
     for (const ParameterRow& row : rows)
         current.push_back(row.defaultValue);
     for (const std::string& text : texts)
@@ -110,15 +110,28 @@ void ParameterSettings::assign(const std::string& text) {
         throw UsageError("there is no parameter " + inQuotes(name) + "; there are " +
                          joined(names));
     }
-    current[static_cast<std::size_t>(row - rows.begin())] =
-        parseValue(*row, withoutBlanks(std::string_view(text).substr(equals + 1)));
+    const auto id = static_cast<std::size_t>(row - rows.begin());
+    current[id] = parseValue(*row, withoutBlanks(std::string_view(text).substr(equals + 1)));
+    given[id] = true;
+}
+
+void ParameterSettings::suggest(int id, float value) {
+    if (!isGiven(id)) current[static_cast<std::size_t>(id)] = value;
+}
+
+/// Nonsense is reported whether or not it would count.
+void ParameterSettings::suggest(int id, std::string_view value) {
+    suggest(id, parseValue(rows[static_cast<std::size_t>(id)], value));
+}
+
+std::string ParameterSettings::valueText(int id) const {
+    return textOf(rows[static_cast<std::size_t>(id)], current[static_cast<std::size_t>(id)]);
 }
 
 std::string ParameterSettings::text() const {
     std::string all;
     for (std::size_t i = 0; i < rows.size(); ++i)
-        all +=
-            (i == 0 ? "" : ", ") + std::string(rows[i].name) + ' ' + valueText(rows[i], current[i]);
+        all += (i == 0 ? "" : ", ") + std::string(rows[i].name) + ' ' + textOf(rows[i], current[i]);
     return all;
 }
 
@@ -129,7 +142,7 @@ std::string parameterHelp(std::span<const ParameterRow> rows) {
         const bool isLong = row.choices.size() > mostChoicesInRow;
         if (isLong) lists += listInLines(row);
         table.addRow({std::string("  ") + row.name, isLong ? "a name" : rangeText(row),
-                      "default " + valueText(row, row.defaultValue), row.hint});
+                      "default " + textOf(row, row.defaultValue), row.hint});
     }
     return table.text() + lists;
 }

@@ -1,5 +1,6 @@
 #include "cinder/RenderCommand.h"
 
+#include "cinder/BandSettings.h"
 #include "cinder/OfflineRender.h"
 #include "cinder/OptionValues.h"
 #include "cinder/ParameterSettings.h"
@@ -11,6 +12,7 @@
 #include "cinder/audio/ProgressBar.h"
 #include "cinder/audio/ResamplingReader.h"
 #include "cinder/audio/UserError.h"
+#include "cinder/bands/BandsProcessor.h"
 #include "cinder/shaper/ShaperProcessor.h"
 
 #include <CLI/CLI.hpp>
@@ -37,7 +39,26 @@ struct RenderOptions {
     std::filesystem::path output;
     std::string block = "512";
     std::optional<std::string> rate;  // none: that of the input
+    BandOptions bands;
     std::vector<std::string> settings;
+};
+
+/// What the audio goes through: bands where one of their options is given, else one curve.
+struct Processing {
+    explicit Processing(const RenderOptions& options)
+        : hasBands(options.bands.areGiven()),
+          settings(hasBands ? bandSettings(options.bands, options.settings)
+                            : ParameterSettings(shaperParameterRows, options.settings)) {}
+
+    std::unique_ptr<GenericPluginProcessor> makeProcessor(int numChannels) const {
+        const std::int32_t layout = numChannels == 1 ? monoLayout : stereoLayout;
+        if (hasBands) return std::make_unique<BandsProcessor>(layout);
+        return std::make_unique<ShaperProcessor>(layout);
+    }
+    std::string text() const { return hasBands ? bandText(settings) : settings.text(); }
+
+    bool hasBands;
+    ParameterSettings settings;
 };
 
 /// Meters what a reader gives, on its way.
@@ -85,7 +106,7 @@ RenderReport renderFile(const RenderOptions& options) {
     const int blockSize = parseWhole("--block", options.block, 1, largestBlock);
     std::optional<int> rate;
     if (options.rate) rate = parseWhole("--rate", *options.rate, lowestRate, highestRate);
-    const ParameterSettings settings(shaperParameterRows, options.settings);
+    const Processing processing(options);
 
     const InterruptFlag interrupt;
     RenderReport report;
@@ -96,8 +117,8 @@ RenderReport renderFile(const RenderOptions& options) {
     if (rate && *rate != file.sampleRate()) resampled.emplace(metered, *rate);
     AudioReader& source = resampled ? static_cast<AudioReader&>(*resampled) : metered;
 
-    ShaperProcessor processor(source.numChannels() == 1 ? monoLayout : stereoLayout);
-    OfflineRender render(source, processor, settings.values(), blockSize);
+    const auto processor = processing.makeProcessor(source.numChannels());
+    OfflineRender render(source, *processor, processing.settings.values(), blockSize);
     AudioFileWriter writer(options.output, source.numChannels(), source.sampleRate(),
                            source.numFrames());
     report.out = describe(options.output, source);
@@ -108,7 +129,7 @@ RenderReport renderFile(const RenderOptions& options) {
     writer.commit();
 
     report.out.file += ", " + std::string(writer.format().name);
-    report.settings = settings.text();
+    report.settings = processing.text();
     report.latencySamples = render.latency();
     report.numClipped = writer.numClipped();
     return report;
@@ -122,14 +143,30 @@ out, in step with the input and as long. OUT appears when it is whole; until
 then what was there stays. The ending of OUT chooses its format: .wav (32-bit
 float), .aiff .aif .flac (24 bit), .ogg .oga (Vorbis).
 
-Parameters for --set, in upper or lower case:
+What the processor is: one curve between two gains, or, where --bands,
+--crossover, --style or --drive is given, up to six bands with a style each and
+their sum. Without --bands there are as many as the longest list is for, and
+without --crossover all bands span as many octaves.
+
+Parameters for --set, in upper or lower case, of the one curve:
 )" + parameterHelp(shaperParameterRows) +
+           R"(
+and of the bands; a style goes by its name, with blanks or dashes, for --style
+also by its number, from 0:
+)" + bandHelp() +
            R"(
 Examples:
   cinder render drums.wav out.wav
       as a host with blocks of 512 samples would play it, all at its default
   cinder render drums.wav out.flac --set Drive=24 --set Curve="soft fold"
       harder, and by another curve
+  cinder render drums.wav out.wav --style warm-tube --drive 70%
+      all of it through one style
+  cinder render mix.wav out.wav --crossover 200,2500 \
+      --style clean-tape,crunchy-amp,clean-tube --drive 30,80,10
+      three bands
+  cinder render mix.wav same.wav --bands 6 --style clean-tape --drive 0
+      what the split and the sum alone do, or nearly so
   cinder render song.ogg song.aiff --rate 96000 --set Oversampling=2
       processed at 96 kHz, and written so
   cinder render drums.wav same.wav --set Bypass=1
@@ -156,6 +193,17 @@ void addRenderCommand(CLI::App& program) {
         ->add_option("--rate", options->rate,
                      "Rate to process and write at, 8000 to 384000; else IN's")
         ->type_name("HZ");
+    command
+        ->add_option("--bands", options->bands.bands, "Bands that the sound is split into, 1 to 6")
+        ->type_name("N");
+    command
+        ->add_option("--crossover", options->bands.crossover,
+                     "Where they meet, ascending, one fewer than bands")
+        ->type_name("HZ,...");
+    command->add_option("--style", options->bands.style, "Style of all bands, or of each")
+        ->type_name("NAME,...");
+    command->add_option("--drive", options->bands.drive, "Drive of all bands, or of each, 0 to 100")
+        ->type_name("PERCENT,...");
     command->add_option("--set", options->settings, "Give a parameter a value; the last one counts")
         ->type_name("NAME=VALUE")
         ->expected(1)

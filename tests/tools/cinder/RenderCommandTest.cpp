@@ -116,6 +116,32 @@ TEST_CASE("render: parameters in any case, the last value counts, and a file ove
     CHECK(bytesOf(shop.folder / "one.wav") != bytesOf(shop.folder / "three.wav"));
 }
 
+TEST_CASE("render: bands by lists, names, numbers and parameters are the same bands") {
+    const Workshop shop;
+    shop.put("in.wav", noise(2, 9000));
+    const std::vector<std::vector<Arguments>> spellings = {
+        {{"--style", "warm-tube", "--drive", "70%"},
+         {"--style", "1", "--drive", "70 %", "--bands", "1"},
+         {"--bands", "1", "--set", "style 1=WARM TUBE", "--set", "Drive 1=70"}},
+        {{"--bands", "3", "--style", "old-tape", "--drive", "10,50,90"},
+         {"--style", "5", "--drive", "10,50,90", "--crossover", "310,2300"},
+         {"--bands", "2", "--set", "Bands=3", "--style", "Old Tape,old tape,OLD-TAPE", "--set",
+          "Drive 1=10", "--set", "Drive 3=90"}},
+    };
+    for (const auto& alike : spellings) {
+        shop.renderWell("in.wav", "first.wav", alike[0]);
+        for (const Arguments& options : alike) {
+            INFO(options[0] << ' ' << options[1]);
+            shop.renderWell("in.wav", "out.wav", options);
+            CHECK((bytesOf(shop.folder / "out.wav") == bytesOf(shop.folder / "first.wav")));
+        }
+    }
+    const std::string told = shop.render("in.wav", "out.wav", spellings[1][0]).out;
+    INFO(told);
+    CHECK(told.find("3 bands: Old Tape 10 % | 310 Hz | Old Tape 50 % | 2300 Hz | Old Tape 90 %, "
+                    "Oversampling 8, Bypass 0") != std::string::npos);
+}
+
 TEST_CASE("render: the table tells what was done") {
     const Workshop shop;
     shop.put("in.wav", {sine(1000.0, 48000, 48000)});

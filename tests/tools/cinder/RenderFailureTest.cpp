@@ -111,10 +111,29 @@ TEST_CASE("render: a wrong command is one clear line and status 2") {
         {"--set", {"Oversampling=3"}, "1, 2, 4, 8"},
         {"--set", {"Bypass=yes"}, "0, 1"},
         {"--set", {"Curve=folk"}, "soft fold"},
+        {"--bands", {"0", "7", "2.5", ""}, "from 1 to 6"},
+        {"--crossover", {"39", "18001", "x", "", "200,,900", "200,"}, "40 to 18000 Hz"},
+        {"--crossover", {"900,200", "200,200"}, "crossovers ascend"},
+        {"--crossover", {"100,200,300,400,500,600"}, "5 frequencies for 6 bands, not 6"},
+        {"--style", {"warm tub", "16", "-1", "1.5", "", "1,"}, "Clean Tube, Warm Tube"},
+        {"--style", {"1,2,3,4,5,6,7"}, "one for each of the 6, not 7"},
+        {"--drive", {"-1", "100.1", "70dB", "nan", "", "1,,2"}, "0 to 100 %"},
     };
     for (const auto& [option, values, says] : wrongValues)
         for (const std::string& value : values)
             cases.push_back({{"render", in, out, option, value}, says});
+    const std::pair<Names, const char*> clashes[] = {
+        {{"--bands", "3", "--crossover", "300"}, "2 frequencies for 3 bands, not 1"},
+        {{"--bands", "1", "--crossover", "300"}, "0 frequencies for 1 band, not 1"},
+        {{"--bands", "3", "--style", "1,2"}, "one for each of the 3, not 2"},
+        {{"--style", "1,2,3", "--drive", "5,6"}, "one for each of the 3, not 2"},
+        {{"--drive", "5", "--set", "Curve=none"}, "Crossover 1"},
+        {{"--bands", "3", "--set", "Crossover 1=2400"}, "2400 Hz can't stand before 2300 Hz"},
+    };
+    for (const auto& [options, says] : clashes) {
+        cases.push_back({{"render", in, out}, says});
+        cases.back().first.insert(cases.back().first.end(), options.begin(), options.end());
+    }
     for (const auto& [arguments, says] : cases) {
         INFO("last argument " << (arguments.empty() ? "none" : arguments.back()));
         checkRefusal(Program::run(arguments), 2, says);
