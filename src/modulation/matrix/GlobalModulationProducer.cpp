@@ -37,10 +37,17 @@ void ModulationMatrix::GlobalModulationProducer::render(wave::BasicBlock<float>*
         *sources++ = source->getOutput()->data();
         *levels++ = matrix->levelOf(*slot)->getOutput()->data();
     }
+    float* const out = block->data();
     simd::modulationKernels->sumProducts(
         base->data(), matrix->sourceBlocks.data(), matrix->levelBlocks.data(), numProducts,
-        target->clampMinimum, target->clampMaximum, block->data(), isConstantSum ? 1 : numSamples);
-    if (isConstantSum) std::fill_n(block->data() + 1, numSamples - 1, (*block)[0]);
+        target->clampMinimum, target->clampMaximum, out, isConstantSum ? 1 : numSamples);
+    if (!isConstantSum) {
+        filled = 0;
+    } else if (filled < numSamples || out[0] != filledValue) {
+        std::fill_n(out, numSamples, out[0]);
+        filled = numSamples;
+        filledValue = out[0];
+    }
 }
 
 }  // namespace cinder

@@ -8,7 +8,8 @@ namespace cinder {
 /// Renders one target: out[i] = clamp(base[i] + the sum of source[i] * level[i]).
 /// Shape   without an active slot the base block itself, constant flag included; a constant block
 ///         from one sample where all that goes into it is constant
-/// State   none of its own; the same bits for any cut of the blocks that go into it
+/// State   how much of the block holds a constant already; the same bits for any cut of the blocks
+///         that go into it
 class ModulationMatrix::GlobalModulationProducer final : public wave::Source {
 public:
     GlobalModulationProducer(ModulationMatrix* matrix, Target* target)
@@ -20,6 +21,8 @@ public:
 private:
     ModulationMatrix* const matrix;
     Target* const target;
+    int filled = 0;  // leading samples of the block that hold `filledValue`
+    float filledValue = 0.0f;
 };
 
 /// What the signal path connects to: hands on what the target's producer gives.
