@@ -1,6 +1,7 @@
 #include "cinder/CommandLine.h"
 
 #include "cinder/RenderCommand.h"
+#include "cinder/StylesCommand.h"
 #include "cinder/UsageError.h"
 #include "cinder/audio/InterruptFlag.h"
 
@@ -19,6 +20,7 @@ namespace {
 /// Every command, in the order in which --help lists them.
 constexpr void (*addCommands[])(CLI::App&) = {
     addRenderCommand,
+    addStylesCommand,
 };
 
 constexpr const char* examples = R"(Examples:
