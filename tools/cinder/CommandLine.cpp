@@ -3,6 +3,7 @@
 #include "cinder/RenderCommand.h"
 #include "cinder/StylesCommand.h"
 #include "cinder/UsageError.h"
+#include "cinder/VocabularyCommands.h"
 #include "cinder/audio/InterruptFlag.h"
 
 #include <CLI/CLI.hpp>
@@ -21,6 +22,9 @@ namespace {
 constexpr void (*addCommands[])(CLI::App&) = {
     addRenderCommand,
     addStylesCommand,
+    addParamsCommand,
+    addSourcesCommand,
+    addTargetsCommand,
 };
 
 constexpr const char* examples = R"(Examples:

@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include <cmath>
+#include <string>
 
 using namespace cinder;
 
@@ -43,7 +44,7 @@ TEST_CASE("Tapers: what goes there comes back") {
     for (const Case& row : cases)
         for (int i = 0; i <= 1000; ++i) {
             const float x = row.from + (row.to - row.from) * static_cast<float>(i) / 1000.0f;
-            INFO(row.name << " at " << x);
+            INFO(std::string(row.name) << " at " << x);
             const float target = through(row.taper->toTarget, x);
             const float shown = through(row.taper->toDisplay, target);
             const float back = through(row.taper->fromDisplay, shown);

@@ -1,0 +1,127 @@
+#include "cinder/VocabularyCommands.h"
+
+#include "cinder/OptionValues.h"
+#include "cinder/UsageError.h"
+#include "cinder/vocabulary/ParameterList.h"
+#include "cinder/vocabulary/RoutingLists.h"
+#include "params/tree/StandaloneParameters.h"
+
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+#include <memory>
+#include <string>
+
+namespace cinder {
+
+namespace {
+
+/// --csv and --json.
+struct FormatOptions {
+    bool csv = false;
+    bool json = false;
+
+    ListFormat format() const {
+        return csv ? ListFormat::Csv : json ? ListFormat::Json : ListFormat::Table;
+    }
+};
+
+std::shared_ptr<FormatOptions> addFormatOptions(CLI::App& command) {
+    const auto options = std::make_shared<FormatOptions>();
+    CLI::Option* const csv =
+        command.add_flag("--csv", options->csv, "Commas between, a line a row, titles first");
+    command.add_flag("--json", options->json, "A list of objects")->excludes(csv);
+    return options;
+}
+
+/// NAME and one text more.
+struct Question {
+    std::string name, text;
+};
+
+std::shared_ptr<Question> addQuestion(CLI::App& command, const char* placeholder,
+                                      const char* what) {
+    const auto question = std::make_shared<Question>();
+    command.add_option("NAME", question->name, "A parameter's name, or its id")
+        ->type_name("")
+        ->required();
+    command.add_option(placeholder, question->text, what)->type_name("")->required();
+    return question;
+}
+
+void printValue(const Question& question) {
+    const StandaloneParameters tree;
+    const AbstractPluginParameter& parameter = findParameter(tree, question.name);
+    float value = 0.0f;
+    if (!parameter.parseText(question.text, value))
+        throw UsageError("\"" + question.text + "\" is no value of " + parameter.getName() +
+                         "; its default reads \"" + parameter.text(parameter.defaultValue()) +
+                         "\"");
+    std::cout << numberText(value) << '\n' << std::flush;
+}
+
+void printText(const Question& question) {
+    const StandaloneParameters tree;
+    const AbstractPluginParameter& parameter = findParameter(tree, question.name);
+    const auto value = parseNumber(question.text);
+    if (!value || *value < static_cast<double>(parameter.minimum()) ||
+        *value > static_cast<double>(parameter.maximum()))
+        throw UsageError("the stored value of " + parameter.getName() + " is a number from " +
+                         numberText(parameter.minimum()) + " to " +
+                         numberText(parameter.maximum()) + ", not \"" + question.text + "\"");
+    std::cout << parameter.text(static_cast<float>(*value)) << '\n' << std::flush;
+}
+
+constexpr const char* paramsFooter =
+    R"(Without GET or TEXT, lists all parameters in the order of their ids: range and
+default as they are stored, the text of the default, its place between 0 and 1,
+and the modulation target that the parameter is the base of.
+
+Examples:
+  cinder params --csv > parameters.csv
+  cinder params get "Band 2 Feedback Frequency" A4
+      8.78136, the value that is stored for 440 Hz
+  cinder params text "Band 2 Drive" 0.7
+      70.00%
+  cinder params get 8 50%
+      by id; half of the range, where the parameter itself has no percents)";
+
+}  // namespace
+
+void addParamsCommand(CLI::App& program) {
+    CLI::App* const command =
+        program.add_subcommand("params", "List the parameters, or convert a value");
+    const auto options = addFormatOptions(*command);
+    command->require_subcommand(0, 1);
+
+    CLI::App* const get = command->add_subcommand("get", "Print the value that a text stands for");
+    const auto typed = addQuestion(*get, "TEXT", "What a user might type");
+    get->callback([typed] { printValue(*typed); });
+    CLI::App* const text = command->add_subcommand("text", "Print how a stored value reads");
+    const auto stored = addQuestion(*text, "VALUE", "A number within the parameter's range");
+    text->callback([stored] { printText(*stored); });
+
+    command->footer(paramsFooter);
+    command->callback([command, options] {
+        if (!command->get_subcommands().empty()) return;
+        std::cout << textOf(parameterListing(StandaloneParameters()), options->format())
+                  << std::flush;
+    });
+}
+
+void addSourcesCommand(CLI::App& program) {
+    CLI::App* const command = program.add_subcommand("sources", "List the modulation sources");
+    const auto options = addFormatOptions(*command);
+    command->callback(
+        [options] { std::cout << textOf(sourceListing(), options->format()) << std::flush; });
+}
+
+void addTargetsCommand(CLI::App& program) {
+    CLI::App* const command = program.add_subcommand("targets", "List the modulation targets");
+    const auto options = addFormatOptions(*command);
+    command->callback([options] {
+        std::cout << textOf(targetListing(StandaloneParameters()), options->format()) << std::flush;
+    });
+}
+
+}  // namespace cinder
