@@ -12,6 +12,8 @@
 
 namespace cinder {
 
+static_assert(maxBands == CrossoverMultiBandModel::maxBands);
+
 /// What all channels have in common.
 struct BandsShared {
     explicit BandsShared(wave::Environment* environment) : converterStyle(environment) {}
