@@ -1,16 +1,18 @@
 #include "cinder/measure/StyleMeasures.h"
 #include "cinder/measure/StyleProbe.h"
+#include "wave/BasicBlock.h"
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstring>
+#include <vector>
 
 namespace cinder {
 
 namespace {
 
-constexpr std::size_t blockSize = 256;
+constexpr int blockSize = 256;
 constexpr int numBlocks = 16;  // a round: long beside a reading of the clock
 constexpr int numRounds = 31;
 constexpr int numCopies = 64;  // of the 16 blocks, as one copy is too short to time
@@ -29,7 +31,8 @@ double secondsOf(Work work) {
 }
 
 double copiesPerSample(StyleProbe& probe) {
-    std::vector<float> in(blockSize * numBlocks), copy(blockSize);
+    std::vector<float> in(blockSize * numBlocks);
+    wave::BasicBlock<float> from(blockSize), to(blockSize);  // aligned as the blocks of a graph
     for (std::size_t i = 0; i < in.size(); ++i)  // the loudest near the middle of the band
         in[i] = 0.3f * std::sin(0.0490874f * static_cast<float>(i)) +
                 0.1f * std::sin(1.1044662f * static_cast<float>(i));
@@ -38,9 +41,10 @@ double copiesPerSample(StyleProbe& probe) {
         const double played = secondsOf([&] { keep(probe.play(in).data()); });
         const double copied = secondsOf([&] {
             for (int i = 0; i < numBlocks * numCopies; ++i) {
-                keep(in.data());
-                std::memcpy(copy.data(), in.data(), copy.size() * sizeof(float));
-                keep(copy.data());
+                keep(from.data());
+                std::memcpy(to.data(), from.data(),
+                            static_cast<std::size_t>(to.size()) * sizeof(float));
+                keep(to.data());
             }
         });
         ratios.push_back(played * numCopies / copied);
