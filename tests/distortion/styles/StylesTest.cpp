@@ -141,6 +141,30 @@ TEST_CASE("Styles: symmetric ones without filters keep the reference level at ev
         }
 }
 
+TEST_CASE("Styles: the clipper of every symmetric one keeps the reference level") {
+    for (const ClipperRow& row : clipperRows) {
+        if (row.curve == tubeCurve || row.curve == rectifyCurve || row.negativeScale != 1.0f)
+            continue;
+        const auto reference = static_cast<double>(row.referenceLevelDb);
+        double worst = 0.0;
+        for (float drive = 0.0f; drive <= 1.0f; drive += 0.037f) {
+            wave::Environment environment;
+            sr::IIRConverterStyle converterStyle(&environment);
+            SignalSource input(&environment, sine(1.0, 32.0, std::pow(10.0, reference / 20.0), 32));
+            FunctionTableClipper clipper(&converterStyle);
+            clipper.setInput(&input);
+            clipper.setStyle(&allStyles().style(row.id).getClipperStyle());
+            test::turn(clipper.drive, drive);
+            const auto out = play(environment, clipper, 32);
+            const auto peak = static_cast<double>(*std::max_element(out.begin(), out.end()));
+            worst = std::max(worst, std::abs(20.0 * std::log10(peak) - reference -
+                                             static_cast<double>(row.outputDb)));
+        }
+        INFO(std::string(styleRecipes[static_cast<int>(row.id)].name) << ": " << worst << " dB");
+        CHECK(worst < 0.01);
+    }
+}
+
 TEST_CASE("Styles: a burst at full drive ends in silence, without a trace of its DC") {
     Rng rng = Rng::fromEnvironment();
     INFO("seed " << rng.seed());

@@ -142,5 +142,34 @@ TEST_CASE("EffectMixer: the laws in the middle, and at either end only one side 
     }
 }
 
+TEST_CASE("Mixers: controls that jump, also in the middle of a fade, make no step of their own") {
+    // The shortest fade takes 882 samples. A sum has two gains in motion, an effect mixer's mix
+    // spans 2, and the sine law is steeper than its chord by half of pi.
+    constexpr float gainStep = 2.0f / 882.0f, mixStep = 2.0f * 1.5708f / 882.0f;
+    wave::Environment environment;
+    SignalSource one(&environment, 1.0f), other(&environment, -1.0f);
+    Mixer mixer(&environment, 2);
+    mixer.connect(0, &one), mixer.connect(1, &other);
+    EffectMixer effect(&environment, &one, &other);
+    effect.panningLaw = EffectMixer::PanningLaw::EqualPower;
+    const auto largestStep = [&](wave::Producer& producer, auto&& turn) {
+        float before = play(environment, producer, 1)[0], largest = 0.0f;
+        for (int i = 0; i < 12; ++i) {
+            turn(i);
+            for (const float y : play(environment, producer, i % 2 == 0 ? 300 : 9000)) {
+                largest = std::max(largest, std::abs(y - before));
+                before = y;
+            }
+        }
+        return largest;
+    };
+    CHECK(largestStep(mixer, [&](int i) {
+              mixer.input(0).gain.assign(i % 3 == 0 ? 0.0f : 1.0f);
+              mixer.input(1).gain.assign(i % 2 == 0 ? 1.0f : 0.0f);
+          }) < 1.01f * gainStep);
+    CHECK(largestStep(effect, [&](int i) { effect.mix.assign(i % 2 == 0 ? 1.0f : -1.0f); }) <
+          1.01f * mixStep);
+}
+
 }  // namespace
 }  // namespace cinder
