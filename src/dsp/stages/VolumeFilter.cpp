@@ -8,6 +8,9 @@ namespace cinder {
 void VolumeFilter::render(wave::BasicBlock<float>* block, int numSamples,
                           unsigned flags) noexcept CINDER_REALTIME {
     if (muteController && muteController->isMuted()) return silence();
+    // The level comes first: what nobody will hear need not run.
+    const float firstLevel = (*level.pull(numSamples))[0];
+    if (level.isConstant() && isZero(firstLevel)) return silence();
     Filter::render(block, numSamples, flags);
 }
 
@@ -15,8 +18,6 @@ void VolumeFilter::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>*
                            int numSamples, unsigned) noexcept CINDER_REALTIME {
     const float* const first = level.pull(numSamples)->data();
     const bool levelConstant = level.isConstant();
-    if (levelConstant && isZero(first[0])) return silence();
-
     const float* const second = secondLevel ? secondLevel->pull(numSamples)->data() : nullptr;
     setConstant(levelConstant && input->isConstant() && (!second || secondLevel->isConstant()));
     if (levelConstant && isOne(first[0])) {

@@ -6,8 +6,8 @@
 namespace cinder {
 
 /// out = in * level, times a second level where one is set.
-/// Shape   one channel; at level 0 or while muted the output is silence and less is pulled, at
-///         level 1 the input is handed on
+/// Shape   one channel; at level 0 or while muted the output is silence and the input isn't pulled,
+///         at level 1 the input is handed on
 /// State   that of the level
 class VolumeFilter final : public wave::Filter {
 public:
