@@ -1,5 +1,6 @@
 #include "cinder/CommandLine.h"
 
+#include "cinder/PlotCommand.h"
 #include "cinder/RenderCommand.h"
 #include "cinder/StylesCommand.h"
 #include "cinder/UsageError.h"
@@ -22,6 +23,7 @@ namespace {
 constexpr void (*addCommands[])(CLI::App&) = {
     addRenderCommand,
     addStylesCommand,
+    addPlotCommand,
     addParamsCommand,
     addSourcesCommand,
     addTargetsCommand,
