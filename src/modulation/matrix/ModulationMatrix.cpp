@@ -51,6 +51,7 @@ void ModulationMatrix::Target::setScale(float newScale) noexcept CINDER_REALTIME
     const float size = std::abs(scale);
     base.setRange(clampMinimum, clampMaximum, range ? range->span * size : 0.0f);
     base.wrapPeriod = range ? range->period * size : 0.0f;
+    base.finishRamp();  // a goal of 0 stays, but the way there would be one of the old scale
     base.setValue(value * scale, 0.0f);
     if (secondaryTarget) secondaryTarget->targetChanged();
 }
@@ -123,8 +124,9 @@ void ModulationMatrix::setSlotInverted(int slot, bool inverted) noexcept CINDER_
 }
 
 void ModulationMatrix::setSlotSource(int slot, int source) noexcept CINDER_REALTIME {
-    slotAt(slot).source = source;
-    routingChanged(slotAt(slot));
+    Slot& changed = slotAt(slot);
+    changed.source = source;
+    if (changed.target >= 0) routingChanged(changed);  // half a slot decides nothing
 }
 
 void ModulationMatrix::setSlotTarget(int slot, int target) noexcept CINDER_REALTIME {
@@ -136,7 +138,7 @@ void ModulationMatrix::setSlotTarget(int slot, int target) noexcept CINDER_REALT
         auto& list = targetAt(target).slots;
         list.insert(std::upper_bound(list.begin(), list.end(), &changed), &changed);
     }
-    routingChanged(changed);
+    if (changed.source >= 0) routingChanged(changed);
 }
 
 wave::Producer* ModulationMatrix::producerOf(const Slot& slot,

@@ -153,6 +153,18 @@ TEST_CASE("Slots: the one that closes a loop is left out, until the loop opens")
     CHECK_FALSE(rig.isActive(3));  // bypass decides nothing for the others
 }
 
+TEST_CASE("Slots: a level on its way to 0 does not pass the limits of a new depth") {
+    MatrixRig rig;
+    const int level = rig.shape.levelTargetOf(0);
+    const auto levels = [&] { return rig.play({16})[static_cast<std::size_t>(level)]; };
+    rig.connect(0, xy1, drive, 0.8f);
+    rig.play({16});
+    rig.matrix.setTargetValue(level, 0.0f);
+    CHECK(levels().back() > 0.5f);
+    rig.matrix.setSlotInverted(0, true);
+    CHECK(levels() == std::vector<float>(16));
+}
+
 TEST_CASE("Slots: a bypassed slot comes back with all it had") {
     MatrixRig rig;
     rig.matrix.setTargetValue(drive, 0.5f);
