@@ -46,6 +46,12 @@ public:
     /// Empty for an id without a group.
     std::string groupName(int id) const;
     int groupCount() const { return static_cast<int>(groupNames.size()); }
+    /// The parameter whose value is a `MidiState`; null: MIDI always gets through. Before audio
+    /// runs.
+    void setMidiStateParameter(AbstractPluginParameter* parameter) {
+        midiStateParameter = parameter;
+    }
+    AbstractPluginParameter* getMidiStateParameter() const { return midiStateParameter; }
 
     std::int32_t getChannelLayout() const { return channelLayout; }
     std::int32_t getChannelCount() const { return channelCountOf(channelLayout); }

@@ -5,7 +5,7 @@ namespace cinder {
 namespace {
 
 struct LatencyRow {
-    double belowRate;
+    double highestRate;
     int samples;
 };
 constexpr LatencyRow highQualityLatency[] = {
@@ -23,7 +23,7 @@ ModulationMatrixOwner* withShape(ModulationMatrixOwner* matrix) {
 
 }  // namespace
 
-CinderParameters::CinderParameters(GenericParameterOwner* owner, ModulationMatrixOwner* matrix)
+CinderParameters::CinderParameters(GenericPluginBase* owner, ModulationMatrixOwner* matrix)
     : globalTargets(owner, "", global_rows::globalTargetRows, {withShape(matrix), 0}),
       bands(owner, matrix),
       xyControllers(owner, matrix),
@@ -33,7 +33,9 @@ CinderParameters::CinderParameters(GenericParameterOwner* owner, ModulationMatri
       midiSources(owner, matrix),
       globalChoices(owner, "", global_rows::globalChoiceRows),
       slots(owner, matrix, matrix->getShape()),
-      bandExtensions(owner) {}
+      bandExtensions(owner) {
+    owner->setMidiStateParameter(&(*this)[GlobalChoiceParameter::ReceiveMidi]);
+}
 
 void CinderParameters::initialize() {
     const auto initializeSets = [](const AbstractParameterSetArray& sets) {
@@ -56,7 +58,7 @@ void CinderParameters::initialize() {
 int CinderParameters::latency(double sampleRate) const noexcept CINDER_REALTIME {
     if ((*this)[GlobalChoiceParameter::HighQuality].value() == 0.0f) return 0;
     for (const LatencyRow& row : highQualityLatency)
-        if (sampleRate <= row.belowRate) return row.samples;
+        if (sampleRate <= row.highestRate) return row.samples;
     return 0;
 }
 

@@ -21,8 +21,8 @@ public:
     static constexpr std::uint32_t features =
         GenericPluginBase::offersMono | GenericPluginBase::hasSideChain;
 
-    /// Tells `matrix` its shape and its slots.
-    CinderParameters(GenericParameterOwner* owner, ModulationMatrixOwner* matrix);
+    /// Tells `owner` which parameter holds MIDI back, `matrix` its shape and its slots.
+    CinderParameters(GenericPluginBase* owner, ModulationMatrixOwner* matrix);
 
     /// Once, behind the construction. [ui]
     void initialize();

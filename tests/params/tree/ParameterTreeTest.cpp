@@ -69,6 +69,7 @@ TEST_CASE("CinderParameters: rows are found by their names") {
     StandaloneParameters tree;
     CHECK(tree[GlobalTargetParameter::OutputGain].getName() == "Output Gain");
     CHECK(tree[GlobalChoiceParameter::ReceiveMidi].getName() == "Receive Midi");
+    CHECK(tree.getMidiStateParameter() == &tree[GlobalChoiceParameter::ReceiveMidi]);
     const auto& band = *tree.bands.set(1);
     CHECK(band[BandParameter::Drive].getName() == "Band 2 Drive");
     CHECK(band[BandParameter::CrossoverFrequency].getName() == "Band 2 Crossover Frequency");
