@@ -52,7 +52,7 @@ void describeProgram(CLI::App& program) {
     program.get_formatter()->column_width(22);
     program.get_formatter()->label("REQUIRED", "");
     program.get_formatter()->label("SUBCOMMAND", "COMMAND ...");
-    program.get_formatter()->label("Positionals", "Files");
+    program.get_formatter()->label("Positionals", "Arguments");
     program.require_subcommand(1);
     for (const auto addCommand : addCommands)
         addCommand(program);

@@ -1,10 +1,14 @@
 #include "cinder/StandardStreams.h"
 
+#include "cinder/audio/UserError.h"
+
 #include <fcntl.h>
+#include <poll.h>
 #include <signal.h>
 #include <unistd.h>
 
 #include <initializer_list>
+#include <iostream>
 
 namespace cinder {
 
@@ -14,6 +18,13 @@ void secureStandardStreams() noexcept {
         if (::fcntl(descriptor, F_GETFD) == -1) ::open("/dev/null", O_RDWR);
     }
     ::signal(SIGPIPE, SIG_IGN);
+}
+
+void requirePrinted() {
+    if (std::cout.flush()) return;
+    pollfd output = {STDOUT_FILENO, 0, 0};
+    const bool hasNoReader = ::poll(&output, 1, 0) > 0 && (output.revents & POLLERR) != 0;
+    if (!hasNoReader) throw UserError("standard output could not be written");
 }
 
 }  // namespace cinder

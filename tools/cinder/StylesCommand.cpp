@@ -1,6 +1,7 @@
 #include "cinder/StylesCommand.h"
 
 #include "cinder/OptionValues.h"
+#include "cinder/StandardStreams.h"
 #include "cinder/TextTable.h"
 #include "cinder/UsageError.h"
 #include "cinder/measure/StyleTable.h"
@@ -65,11 +66,12 @@ void addHeadTo(TextTable& table) {
 void printMarkdown(const StyleSet& styles, const std::vector<StyleId>& chosen,
                    const StyleMeasurement& measurement) {
     std::cout << styleMarkdownHead();
-    for (const StyleId style : chosen)
+    for (const StyleId style : chosen) {
         std::cout << styleMarkdownRow(
-                         styleCells(style, measureStyle(styles, style, measurement),
-                                    measureStyleCost(styles, style, measurement.sampleRate)))
-                  << std::flush;
+            styleCells(style, measureStyle(styles, style, measurement),
+                       measureStyleCost(styles, style, measurement.sampleRate)));
+        requirePrinted();
+    }
 }
 
 void printText(const StyleSet& styles, const std::vector<StyleId>& chosen,
@@ -79,7 +81,8 @@ void printText(const StyleSet& styles, const std::vector<StyleId>& chosen,
     for (const StyleId style : chosen)
         table.addRow(styleCells(style, measureStyle(styles, style, measurement),
                                 measureStyleCost(styles, style, measurement.sampleRate)));
-    std::cout << table.text() << std::flush;
+    std::cout << table.text();
+    requirePrinted();
 }
 
 void runStyles(const StylesOptions& options) {

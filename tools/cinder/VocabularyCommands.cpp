@@ -1,6 +1,7 @@
 #include "cinder/VocabularyCommands.h"
 
 #include "cinder/OptionValues.h"
+#include "cinder/StandardStreams.h"
 #include "cinder/UsageError.h"
 #include "cinder/vocabulary/ParameterList.h"
 #include "cinder/vocabulary/RoutingLists.h"
@@ -8,8 +9,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <iostream>
+#include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace cinder {
@@ -49,6 +53,19 @@ std::shared_ptr<Question> addQuestion(CLI::App& command, const char* placeholder
     return question;
 }
 
+void print(const std::string& text) {
+    std::cout << text;
+    requirePrinted();
+}
+
+/// A number that is typed as it is listed is the float it was listed from.
+std::optional<float> parseFloat(const std::string& text) {
+    constexpr double largest{std::numeric_limits<float>::max()};
+    const auto number = parseNumber(text);
+    if (!number) return std::nullopt;
+    return static_cast<float>(std::clamp(*number, -largest, largest));
+}
+
 void printValue(const Question& question) {
     const StandaloneParameters tree;
     const AbstractPluginParameter& parameter = findParameter(tree, question.name);
@@ -57,34 +74,38 @@ void printValue(const Question& question) {
         throw UsageError("\"" + question.text + "\" is no value of " + parameter.getName() +
                          "; its default reads \"" + parameter.text(parameter.defaultValue()) +
                          "\"");
-    std::cout << numberText(value) << '\n' << std::flush;
+    // A note may lie out of range; what is stored does not.
+    print(numberText(std::clamp(value, parameter.minimum(), parameter.maximum())) + '\n');
 }
 
 void printText(const Question& question) {
     const StandaloneParameters tree;
     const AbstractPluginParameter& parameter = findParameter(tree, question.name);
-    const auto value = parseNumber(question.text);
-    if (!value || *value < static_cast<double>(parameter.minimum()) ||
-        *value > static_cast<double>(parameter.maximum()))
+    const auto value = parseFloat(question.text);
+    if (!value || *value < parameter.minimum() || *value > parameter.maximum())
         throw UsageError("the stored value of " + parameter.getName() + " is a number from " +
                          numberText(parameter.minimum()) + " to " +
                          numberText(parameter.maximum()) + ", not \"" + question.text + "\"");
-    std::cout << parameter.text(static_cast<float>(*value)) << '\n' << std::flush;
+    print(parameter.text(*value) + '\n');
 }
 
-constexpr const char* paramsFooter =
+constexpr const char* listingFooter =
     R"(Without GET or TEXT, lists all parameters in the order of their ids: range and
 default as they are stored, the text of the default, its place between 0 and 1,
 and the modulation target that the parameter is the base of.
 
-Examples:
+)";
+constexpr const char* conversionFooter =
+    R"(Examples:
   cinder params --csv > parameters.csv
   cinder params get "Band 2 Feedback Frequency" A4
       8.78136, the value that is stored for 440 Hz
   cinder params text "Band 2 Drive" 0.7
       70.00%
   cinder params get 8 50%
-      by id; half of the range, where the parameter itself has no percents)";
+      by id; half of the range, where the parameter itself has no percents
+  cinder params get "Input Pan" -- -.5
+      behind --, as all that begins with a dash and no digit)";
 
 }  // namespace
 
@@ -93,6 +114,7 @@ void addParamsCommand(CLI::App& program) {
         program.add_subcommand("params", "List the parameters, or convert a value");
     const auto options = addFormatOptions(*command);
     command->require_subcommand(0, 1);
+    command->footer(conversionFooter);  // that of GET and TEXT too, which take it over
 
     CLI::App* const get = command->add_subcommand("get", "Print the value that a text stands for");
     const auto typed = addQuestion(*get, "TEXT", "What a user might type");
@@ -101,27 +123,24 @@ void addParamsCommand(CLI::App& program) {
     const auto stored = addQuestion(*text, "VALUE", "A number within the parameter's range");
     text->callback([stored] { printText(*stored); });
 
-    command->footer(paramsFooter);
+    command->footer(std::string(listingFooter) + conversionFooter);
     command->callback([command, options] {
         if (!command->get_subcommands().empty()) return;
-        std::cout << textOf(parameterListing(StandaloneParameters()), options->format())
-                  << std::flush;
+        print(textOf(parameterListing(StandaloneParameters()), options->format()));
     });
 }
 
 void addSourcesCommand(CLI::App& program) {
     CLI::App* const command = program.add_subcommand("sources", "List the modulation sources");
     const auto options = addFormatOptions(*command);
-    command->callback(
-        [options] { std::cout << textOf(sourceListing(), options->format()) << std::flush; });
+    command->callback([options] { print(textOf(sourceListing(), options->format())); });
 }
 
 void addTargetsCommand(CLI::App& program) {
     CLI::App* const command = program.add_subcommand("targets", "List the modulation targets");
     const auto options = addFormatOptions(*command);
-    command->callback([options] {
-        std::cout << textOf(targetListing(StandaloneParameters()), options->format()) << std::flush;
-    });
+    command->callback(
+        [options] { print(textOf(targetListing(StandaloneParameters()), options->format())); });
 }
 
 }  // namespace cinder

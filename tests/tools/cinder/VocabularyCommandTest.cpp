@@ -1,6 +1,8 @@
 #include "tools/cinder/Program.h"
 
 #include <doctest/doctest.h>
+#include <fcntl.h>
+#include <unistd.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -61,6 +63,10 @@ TEST_CASE("params get, params text: from what is typed to what is stored, and ba
     CHECK(outputOf({"params", "get", "9", "smooth amp"}) == "6\n");
     CHECK(outputOf({"params", "text", "Band 2 Drive", "0.7"}) == "70.00%\n");
     CHECK(outputOf({"params", "text", "Band 2 Level", "-1"}) == "-INF dB\n");
+    // Ends of a range as they are listed, and a note above it.
+    CHECK(outputOf({"params", "text", "7", "3.321928"}) == "10.000 Hz\n");
+    CHECK(outputOf({"params", "text", "20", "14.13571"}) == "18000 Hz\n");
+    CHECK(outputOf({"params", "get", "7", "A9"}) == "9.965784\n");
 
     struct Case {
         std::vector<std::string> arguments;
@@ -81,6 +87,25 @@ TEST_CASE("params get, params text: from what is typed to what is stored, and ba
         CHECK(outcome.status == 2);
         CHECK(outcome.out.empty());
         CHECK(outcome.err.find(row.complaint) != std::string::npos);
+    }
+}
+
+TEST_CASE("params, styles: a list that is lost is a failure, a reader that leaves is none") {
+    const auto toFullDisk = [] { ::dup2(::open("/dev/full", O_WRONLY), STDOUT_FILENO); };
+    const auto toNobody = [] {
+        int ends[2];
+        if (::pipe(ends) == 0) ::dup2(ends[1], STDOUT_FILENO);
+        ::close(ends[0]);
+        ::close(ends[1]);
+    };
+    const std::vector<std::string> commands[] = {
+        {"params", "--csv"}, {"params", "get", "0", "3"}, {"styles", "--style", "clean tube"}};
+    for (const auto& arguments : commands) {
+        INFO(arguments.front());
+        const Program::Outcome lost = Program::run(arguments, toFullDisk);
+        CHECK(lost.status == 1);
+        CHECK(lost.err.find("standard output") != std::string::npos);
+        CHECK(Program::run(arguments, toNobody).status == 0);
     }
 }
 

@@ -26,11 +26,12 @@ std::string targetOf(const AbstractPluginParameter& parameter) {
     return target ? std::to_string(target->getTarget()) : std::string();
 }
 
-/// Those whose names have all the words in them, at most a handful.
+/// Those whose names have this one in them, at most a handful.
 std::string alikeNames(const StandaloneParameters& tree, const std::string& name) {
     constexpr int enough = 5;
     int found = 0;
     std::string names;
+    if (name.empty()) return names;
     for (int id = 0; id < tree.parameterCount() && found < enough; ++id) {
         const std::string& candidate = tree.parameter(id)->getName();
         const auto same = [](char a, char b) { return isSameName({&a, 1}, {&b, 1}); };
