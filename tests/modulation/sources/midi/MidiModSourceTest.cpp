@@ -1,0 +1,258 @@
+#include "modulation/sources/midi/MidiModSource.h"
+
+#include <doctest/doctest.h>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <vector>
+
+#include "midi/AbstractChannelEventReceiver.h"
+#include "modulation/sources/midi/MidiModSourceCache.h"
+#include "support/Rng.h"
+#include "support/StageRig.h"
+
+namespace {
+
+using namespace cinder;
+using namespace cinder::test;
+
+using Cache = MidiModSource::Cache;
+
+double positive(ResponseCurve curve, double a) {
+    switch (curve) {
+        case ResponseCurve::Linear:
+            return a;
+        case ResponseCurve::Exp:
+            return a <= 0.1 ? a * 0.23988324 : std::pow(10.0, (a - 1.0) * 36.0 / 20.0);
+        case ResponseCurve::Log:
+            return std::log(10.0 * a + 1.0) * 0.4170323914242463;
+        case ResponseCurve::Sqr:
+            return a * a;
+        case ResponseCurve::Sqrt:
+            return std::sqrt(a);
+        case ResponseCurve::Sine:
+            return (std::sin((a - 0.5) * 3.14159265358979) + 1.0) * 0.5;
+    }
+    return 0.0;
+}
+
+double curveAt(ResponseCurve curve, double x) {
+    return x < 0.0 ? -positive(curve, -x) : positive(curve, x);
+}
+
+/// What a source shows for the last of these events, by the table of inputs.
+struct Heard {
+    double controllers[128] = {};
+    double wheel = 0.0, bend = 0.0, velocity = 0.0, pressure = 0.0, note = 0.0;
+
+    double output(MidiInput input, ResponseCurve curve, int controller) const {
+        switch (input) {
+            case MidiInput::ModWheel:
+                return curveAt(curve, wheel);
+            case MidiInput::PitchBend:
+                return curveAt(curve, 2.0 * bend);
+            case MidiInput::Velocity:
+                return 2.0 * curveAt(curve, velocity) - 1.0;
+            case MidiInput::Aftertouch:
+                return curveAt(curve, pressure);
+            case MidiInput::KeyboardTrack:
+                return curveAt(curve, note / 120.0) - curveAt(curve, 0.4);
+            case MidiInput::Controller:
+                return curveAt(curve, controllers[controller]);
+        }
+        return 0.0;
+    }
+};
+
+struct Rig {
+    Rig() {
+        receiver.addListener(&cache);
+        environment.beginBlock();
+        environment.render(64, 0);
+    }
+    MidiModSource& add(MidiInput input, ResponseCurve curve, int controller = 0) {
+        sources.push_back(std::make_unique<MidiModSource>(&environment, &cache));
+        MidiModSource& source = *sources.back();
+        source.controllerNumber = controller;
+        source.responseCurve = curve;
+        source.midiInput = input;
+        return source;
+    }
+    float settled(MidiModSource& source) {
+        return play(environment, source, 8 * 4096, 256).back();  // the longest ramp and more
+    }
+
+    wave::Environment environment;
+    Cache cache;
+    AbstractChannelEventReceiver receiver;
+    std::vector<std::unique_ptr<MidiModSource>> sources;
+};
+
+constexpr ResponseCurve curves[] = {ResponseCurve::Linear, ResponseCurve::Exp,
+                                    ResponseCurve::Log,    ResponseCurve::Sqr,
+                                    ResponseCurve::Sqrt,   ResponseCurve::Sine};
+constexpr MidiInput inputs[] = {MidiInput::ModWheel,      MidiInput::PitchBend,
+                                MidiInput::Velocity,      MidiInput::Aftertouch,
+                                MidiInput::KeyboardTrack, MidiInput::Controller};
+
+/// One random event, to both.
+void send(Rng& rng, AbstractChannelEventReceiver& receiver, Heard& heard) {
+    const int number = rng.integer(0, 5) == 0 ? 1 : rng.integer(0, 127);
+    const int data = rng.integer(0, 127);
+    const double value = data / 127.0;
+    const auto sent = static_cast<float>(value);
+    switch (rng.integer(0, 4)) {
+        case 0:
+            receiver.controller(number, data, sent);
+            heard.controllers[number] = value;
+            if (number == 1) heard.wheel = value;
+            break;
+        case 1:
+            heard.bend = rng.real(-0.5, 0.5);
+            receiver.pitchBend(static_cast<float>(heard.bend));
+            break;
+        case 2:
+            receiver.noteOn(number, sent);
+            heard.note = number;
+            heard.velocity = value;
+            receiver.noteOff(number, 1.0f);
+            break;
+        case 3:
+            receiver.polyPressure(number, sent);
+            heard.pressure = value;
+            break;
+        default:
+            receiver.channelPressure(sent);
+            heard.pressure = value;
+    }
+}
+
+}  // namespace
+
+TEST_CASE("MidiModSource: every input through every curve, after any events") {
+    Rng rng = Rng::fromEnvironment();
+    INFO("seed " << rng.seed());
+    Rig rig;
+    Heard heard;
+    rig.receiver.noteOn(48, 0.5f);
+    heard.note = 48.0;
+    heard.velocity = 0.5;
+    std::vector<int> controllers;
+    for (const MidiInput input : inputs)
+        for (const ResponseCurve curve : curves) {
+            controllers.push_back(rng.integer(0, 3));
+            rig.add(input, curve, controllers.back());
+        }
+    for (int round = 0; round < 8; ++round) {
+        for (int i = 0; i < 60; ++i)
+            send(rng, rig.receiver, heard);
+        for (std::size_t i = 0; i < rig.sources.size(); ++i) {
+            const MidiInput input = inputs[i / 6];
+            INFO("input " << i / 6 << ", curve " << i % 6 << ", round " << round);
+            const double y = heard.output(input, curves[i % 6], controllers[i]);
+            const double expected = std::min(1.0, y);
+            CHECK(double{rig.settled(*rig.sources[i])} == doctest::Approx(expected).epsilon(2e-6));
+            CHECK(rig.sources[i]->isConstant());
+        }
+    }
+}
+
+TEST_CASE("MidiModSource: a new input counts at once, a new curve or number with the next event") {
+    Rig rig;
+    rig.receiver.controller(7, 100, 0.8f);
+    rig.receiver.noteOn(108, 0.25f);
+    MidiModSource& source = rig.add(MidiInput::Controller, ResponseCurve::Sqr, 7);
+    CHECK(rig.settled(source) == doctest::Approx(0.64));
+    source.responseCurve = ResponseCurve::Linear;
+    source.controllerNumber = 8;
+    CHECK(rig.settled(source) == doctest::Approx(0.64));
+    source.midiInput = MidiInput::KeyboardTrack;
+    CHECK(rig.settled(source) == doctest::Approx(0.5));
+    source.midiInput = MidiInput::Velocity;
+    CHECK(rig.settled(source) == doctest::Approx(-0.5));
+    source.midiInput = MidiInput::Controller;  // one that has never moved
+    CHECK(rig.settled(source) == 0.0f);
+    rig.receiver.controller(8, 0, 0.3f);
+    CHECK(rig.settled(source) == doctest::Approx(0.3));
+}
+
+TEST_CASE("MidiModSource: notes jump where they may, everything else has its ramp") {
+    Rig rig;
+    rig.receiver.noteOn(60, 0.5f);
+    MidiModSource& smooth = rig.add(MidiInput::Velocity, ResponseCurve::Linear);
+    MidiModSource& sharp = rig.add(MidiInput::Velocity, ResponseCurve::Linear);
+    sharp.setNoteRampMs(0.0f);
+    MidiModSource& wheel = rig.add(MidiInput::ModWheel, ResponseCurve::Linear);
+    wheel.setNoteRampMs(0.0f);
+    const auto cycle = [&](int n) {
+        rig.environment.beginBlock();
+        for (const auto& source : rig.sources)
+            source->pull(n);
+        rig.environment.render(n, 0);
+    };
+    cycle(64);
+    rig.receiver.noteOn(60, 1.0f);
+    rig.cache.modulationWheel(1.0f);
+    cycle(128);
+    CHECK(sharp.getOutput()->data()[0] == 1.0f);
+    CHECK(sharp.isConstant());
+    for (const MidiModSource* source : {&smooth, &wheel}) {
+        CHECK(source->getOutput()->data()[0] == 0.0f);
+        CHECK((source->getOutput()->data()[127] > 0.05f && !source->isConstant()));
+    }
+    CHECK(smooth.getSourceValue() == 0.5f);  // the bar moves along
+    cycle(256);
+    cycle(1);
+    CHECK(smooth.getSourceValue() > 0.6f);
+}
+
+TEST_CASE("MidiModSource: what the source bar shows") {
+    Rig rig;
+    rig.receiver.noteOn(48, 0.5f);
+    rig.receiver.pitchBend(0.0f);
+    CHECK(rig.add(MidiInput::PitchBend, ResponseCurve::Linear).getSourceValue() == 0.5f);
+    CHECK(rig.add(MidiInput::Velocity, ResponseCurve::Linear).getSourceValue() == 0.5f);
+    MidiModSource& wheel = rig.add(MidiInput::ModWheel, ResponseCurve::Linear);
+    rig.cache.modulationWheel(0.3f);  // nobody pulls it, so there is no ramp to wait for
+    CHECK(wheel.getSourceValue() == 0.3f);
+    for (const ResponseCurve curve : curves) {
+        MidiModSource& note = rig.add(MidiInput::KeyboardTrack, curve);
+        CHECK(std::abs(rig.settled(note)) < 1e-6f);
+        rig.receiver.noteOn(1, 0.5f);
+        rig.settled(note);
+        CHECK(note.getSourceValue() == doctest::Approx(0.0));
+        rig.receiver.noteOn(120, 0.5f);
+        rig.settled(note);
+        CHECK(note.getSourceValue() == doctest::Approx(1.0));
+        rig.receiver.noteOn(48, 0.5f);
+    }
+}
+
+TEST_CASE("MidiModSource: numbers that are no input's and values that are no numbers") {
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    Rig rig;
+    const auto report = guarded([&] {
+        for (const int number : {-1, 128, 132, 1 << 30, -(1 << 30)})
+            rig.cache.controller(number, 0, 1.0f);
+    });
+    CHECK_MESSAGE(report.isClean(), report);
+    for (int i = -2; i < Cache::numValues + 2; ++i)
+        CHECK(rig.cache.valueAt(i) == 0.0f);
+    for (const MidiInput input : inputs)
+        for (const ResponseCurve curve : curves) {
+            MidiModSource& source = rig.add(input, curve, -7);
+            for (const float bad : {nan, infinity, -infinity, -3e38f, 3e38f}) {
+                rig.cache.noteOn(std::numeric_limits<int>::min(), bad);
+                rig.cache.pitchBend(bad);
+                rig.cache.modulationWheel(bad);
+                rig.cache.channelPressure(bad);
+                CHECK(std::abs(rig.settled(source)) <= 1.0f);
+            }
+        }
+    MidiModSource& strange = rig.add(static_cast<MidiInput>(99), static_cast<ResponseCurve>(-1));
+    CHECK(rig.settled(strange) == 0.0f);
+    rig.sources.clear();
+    rig.receiver.noteOn(60, 1.0f);  // nobody follows any more
+}
