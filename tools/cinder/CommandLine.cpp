@@ -20,6 +20,7 @@ namespace cinder {
 namespace {
 
 /// Every command, in the order in which --help lists them.
+// clang-format off
 constexpr void (*addCommands[])(CLI::App&) = {
     addRenderCommand,
     addStylesCommand,
@@ -28,6 +29,7 @@ constexpr void (*addCommands[])(CLI::App&) = {
     addSourcesCommand,
     addTargetsCommand,
 };
+// clang-format on
 
 constexpr const char* examples = R"(Examples:
   cinder render drums.wav out.wav
