@@ -6,7 +6,8 @@
 #include "params/tapers/Tapers.h"
 
 // A parameter as a row of a table. The tables of the tree stand in the files of its sets, and
-// nothing else says what a parameter is.
+// nothing else says what a parameter is; but a slot's, which steer the matrix, are set up by
+// ModulationSlotParameterSet, and the count of a list by the list.
 
 namespace cinder {
 
