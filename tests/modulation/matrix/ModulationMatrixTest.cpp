@@ -5,11 +5,9 @@
 #include <cmath>
 #include <deque>
 #include <limits>
-#include <memory>
 #include <vector>
 
 #include "modulation/matrix/MatrixRig.h"
-#include "modulation/matrix/ModulationTargetParameter.h"
 #include "modulation/matrix/SlotModel.h"
 
 namespace cinder {
@@ -216,35 +214,6 @@ TEST_CASE("ModulationMatrix: depths follow the kind of the source, down chains o
     rig.matrix.setSlotInverted(0, true);
     rig.matrix.setSlotSource(1, ef1);
     CHECK(scaleOf(1) == -2.0f);
-}
-
-struct Owner final : GenericParameterOwner, ModulationMatrixOwner {
-    Owner() { getShape() = ModulationMatrixShape::ofVocabulary(); }
-    using ModulationMatrixOwner::createMatrix;
-
-    void beginUpdate() override {}
-    void addResponder(ParameterResponder*) override {}
-    void endUpdate() override {}
-    int parameterCount() const override { return 0; }
-    AbstractPluginParameter* parameter(int) const override { return nullptr; }
-    int group() const override { return 0; }
-    void parameterChanged(int, float, unsigned) override {}
-    int addParameter(AbstractPluginParameter*) override { return 0; }
-    int addGroup(const std::string&) override { return 0; }
-    void requestHostRefresh() override {}
-};
-
-TEST_CASE("ModulationTargetParameter: gives its target value to the matrix, where there is one") {
-    wave::Environment environment;
-    Owner owner;
-    ModulationTargetParameter mix(&owner, "Mix", &owner, 4, {0.0f, 100.0f, 100.0f});
-    mix.setTargetRange(-1.0f, 1.0f);
-    mix.applyValue(75.0f);
-    owner.createMatrix(&environment);
-    CHECK(owner.getMatrix()->getTarget(4).base.getTarget() == 0.0f);
-    mix.applyValue(75.0f);
-    CHECK(owner.getMatrix()->getTarget(4).base.getTarget() == 0.5f);
-    CHECK(owner.getController() == nullptr);
 }
 
 }  // namespace
