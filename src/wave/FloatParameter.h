@@ -60,6 +60,9 @@ public:
     float getMaximum() const { return maximum; }
     float getRange() const { return range; }
     bool isRamping() const { return rampPosition < rampLength; }
+    /// Where the last ramp began, and by how much a sample of it rises.
+    float getRampStart() const { return rampStart; }
+    float getRampStep() const { return rampStep; }
 
     Property<float> wrapPeriod{0.0f};  // above 0: the value is circular with this period
     Property<float> maxRampTime{150.0f};

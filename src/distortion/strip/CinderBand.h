@@ -65,6 +65,11 @@ public:
     Property<bool>& autoMute() { return feedbackController.autoMute; }
     /// What the converters take of the loop's time, in samples.
     Property<int>& loopCompensation() { return freqToDelay.compensation; }
+    /// What the converters have heard at another factor counts no longer. [audio]
+    void resetConverters() noexcept CINDER_REALTIME {
+        distortion.resetConverters();
+        phaseCompensator.reset();
+    }
     /// An inactive loop is no load; one that comes back starts empty. [audio]
     void setLoopActive(bool active) noexcept CINDER_REALTIME { feedbackDelay.setActive(active); }
 
