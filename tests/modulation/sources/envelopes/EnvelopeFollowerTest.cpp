@@ -95,7 +95,8 @@ TEST_CASE("EnvelopeFollower: follows the formula in every instruction set, for a
                     return rig.play(pieces);
                 };
                 const std::vector<float> out = render(evenPieces(length, 256));
-                const std::vector<float> twin = expected(x, times[0], times[1], double{rate});
+                const std::vector<float> twin =
+                    expected(x, times[0], times[1], static_cast<double>(rate));
                 for (std::size_t i = 0; i < out.size(); ++i)
                     REQUIRE(std::abs(out[i] - twin[i]) < 3e-6f);
                 const std::vector<float> cut = render(rng.pieces(length, 100));
@@ -113,7 +114,7 @@ TEST_CASE("EnvelopeFollower: full scale is 1, silence 0, a tenth is left after t
     const std::vector<float> out = rig.play(evenPieces(12000, 240));
     CHECK(out[2399] == doctest::Approx(1.0 - 0.1 * 4.0));  // from -3
     CHECK(out[5999] == doctest::Approx(1.0).epsilon(0.02));
-    CHECK(out[8399] == doctest::Approx(0.1 * double{out[5999]}));
+    CHECK(out[8399] == doctest::Approx(0.1 * static_cast<double>(out[5999])));
 }
 
 TEST_CASE("EnvelopeFollower: comes to rest on silence, reads no control there, and wakes") {

@@ -258,7 +258,7 @@ TEST_CASE("EnvelopeGenerator: follows its description, standing and moving, for 
             return out;
         };
         const std::vector<float> out = render(evenPieces(length, 256));
-        Twin twin(isStraight ? straight : sharedCurves(), double{rate}, shifted);
+        Twin twin(isStraight ? straight : sharedCurves(), static_cast<double>(rate), shifted);
         CHECK(worstDifference(out, twin.play(controls, actions, length)) < 3e-6f);
         CHECK(worstDifference(out, render(rng.pieces(length, 9))) < 2.5e-7f);
         CHECK(worstDifference(out, render(rng.pieces(length, 256))) < 2.5e-7f);
@@ -282,7 +282,7 @@ TEST_CASE("EnvelopeGenerator: the peak is 1, rest is exactly 0, sustain is exact
     CHECK(rig.generator.getSourceValue() == 0.0f);
 }
 
-TEST_CASE("EnvelopeGenerator: holds, closes and changes where it should") {
+TEST_CASE("EnvelopeGenerator: closes and holds where it should") {
     const auto render = [](float delay, float hold, int close, int start) {
         Rig rig({{{delay}, {0.1f}, {0.1f}, {0.01f}, {hold}, {1.0f}}});
         return rig.play(evenPieces(9600, 240),
@@ -295,19 +295,6 @@ TEST_CASE("EnvelopeGenerator: holds, closes and changes where it should") {
     CHECK(top(render(0.0f, 0.01f, 2400, 9599)) == 2879);  // rises on for the hold time
     CHECK(render(0.1f, 0.0f, 2400, 9599)[3000] == 0.0f);  // closed within the delay
     CHECK(render(0.0f, 0.05f, 2400, 3600)[9000] > 0.9f);  // starts again within the hold time
-
-    Rig rig({{{0.0f}, {0.002f}, {0.02f}, {0.02f}, {0.0f}, {0.3f}}});
-    rig.play(evenPieces(4800, 240), {{0, Action::Start}});
-    turn(rig.generator.sustain, 0.8f);
-    const std::vector<float> glide = rig.play(evenPieces(1440, 240));
-    CHECK(glide[0] == doctest::Approx(0.3).epsilon(1e-3));
-    CHECK(std::is_sorted(glide.begin(), glide.end()));
-    CHECK(glide.back() == 0.8f);
-    rig.generator.close();
-    rig.play({240});
-    turn(rig.generator.release, 1.0f);
-    const float before = rig.generator.getSourceValue();
-    CHECK(rig.play({240}).back() == doctest::Approx(before).epsilon(0.05));
 }
 
 TEST_CASE("EnvelopeGenerator: levels start and close it on multiples of 4, notes do not") {

@@ -92,8 +92,9 @@ TEST_CASE("Trigger: opens and closes by the rules, for any cut, limit and rate")
                 Trigger trigger(&environment, &signal);
                 trigger.releaseMs = ms;
                 trigger.threshold.assign(threshold);
-                const int limit =
-                    std::max(1, static_cast<int>(double{rate} * 0.001 * double{ms} + 1e-6));
+                const int limit = std::max(
+                    1, static_cast<int>(
+                           static_cast<double>(rate) * 0.001 * static_cast<double>(ms) + 1e-6));
                 CHECK(play(environment, trigger, rng.pieces(length, 256)) ==
                       expectedEvents(levels, threshold, limit));
             }

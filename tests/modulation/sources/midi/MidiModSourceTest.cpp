@@ -152,7 +152,8 @@ TEST_CASE("MidiModSource: every input through every curve, after any events") {
             INFO("input " << i / 6 << ", curve " << i % 6 << ", round " << round);
             const double y = heard.output(input, curves[i % 6], controllers[i]);
             const double expected = std::min(1.0, y);
-            CHECK(double{rig.settled(*rig.sources[i])} == doctest::Approx(expected).epsilon(2e-6));
+            CHECK(static_cast<double>(rig.settled(*rig.sources[i])) ==
+                  doctest::Approx(expected).epsilon(2e-6));
             CHECK(rig.sources[i]->isConstant());
         }
     }
