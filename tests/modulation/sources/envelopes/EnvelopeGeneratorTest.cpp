@@ -273,7 +273,8 @@ TEST_CASE("EnvelopeGenerator: the peak is 1, rest is exactly 0, sustain is exact
     CHECK(*std::max_element(out.begin(), out.begin() + 4800) == doctest::Approx(1.0).epsilon(0.01));
     CHECK(out[4799] == 0.5f);
     CHECK((out[4991] > 0.05f && out[4991] < 0.3f));
-    CHECK(out[4992] == doctest::Approx(out[4991]).epsilon(0.05));  // goes on from where it stands
+    CHECK(out[4992] == doctest::Approx(static_cast<double>(out[4991]))
+                           .epsilon(0.05));  // goes on from where it stands
     CHECK(*std::max_element(out.begin() + 4992, out.end()) == doctest::Approx(1.0).epsilon(0.01));
     rig.generator.close();
     CHECK(rig.play(evenPieces(960, 240)).back() == 0.0f);
