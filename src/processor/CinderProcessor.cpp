@@ -16,6 +16,8 @@ constexpr int highQualityDistortion = 8, highQualityClipper = 4;  // times the r
 
 constexpr int soloBit = 1;
 
+constexpr GenericPluginBase::RealtimeCounts offered = {1, 0, 0, 0};  // what is heard, as audio
+
 int bitsOf(const BandParameterSetExtension& band) noexcept CINDER_REALTIME {
     return static_cast<int>(band[BandExtensionParameter::State].value());
 }
@@ -23,13 +25,12 @@ int bitsOf(const BandParameterSetExtension& band) noexcept CINDER_REALTIME {
 }  // namespace
 
 CinderProcessor::CinderProcessor(std::int32_t channelLayout, std::optional<std::uint32_t> seed)
-    : ModulationMatrixProcessor(channelLayout, CinderParameters::features),
+    : ModulationMatrixProcessor(channelLayout, CinderParameters::features, offered),
       CinderParameters(this, this),
       initialized(this),
       graph(makeMatrix(), *this, getChannelCount()),
       sources(*getMatrix(), *this, {&graph.inputPeak, &graph.sideChainPeak},
               SharedTables::get().envelopeCurves) {
-    midiStateParameter = &(*this)[GlobalChoiceParameter::ReceiveMidi];
     getEventReceiver()
         .slot(AbstractMusicEventReceiver::allChannels)
         .get()

@@ -1,9 +1,5 @@
 #include "processor/ModulationSources.h"
 
-#include <algorithm>
-#include <cmath>
-
-#include "core/Constants.h"
 #include "modulation/matrix/GlobalModulationProducer.h"
 #include "params/FloatParamPluginParameter.h"
 #include "params/LimFloatPropPluginParameter.h"
@@ -12,7 +8,6 @@ namespace cinder {
 
 namespace {
 
-constexpr float defaultTempo = 120.0f;
 constexpr float triggerReleaseMs = 15.0f, triggerThreshold = 0.9f;
 constexpr int inputLevel = 0, sideChainLevel = 1;  // inputs of the routers
 
@@ -210,10 +205,8 @@ void ModulationSources::seedRandom(std::uint32_t seed) {
 }
 
 void ModulationSources::setTempo(float tempo, float position) noexcept CINDER_REALTIME {
-    if (std::abs(tempo) <= sameValue) tempo = defaultTempo;
     for (const auto& oscillator : oscillators)
-        if (oscillator->controller.syncMode != SyncMode::Free)
-            oscillator->controller.setTempo(tempo, position);
+        oscillator->controller.setTempo(tempo, position);
 }
 
 void ModulationSources::noteOn(int note) noexcept CINDER_REALTIME {
