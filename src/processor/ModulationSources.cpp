@@ -99,8 +99,9 @@ struct ModulationSources::Generator {
 };
 
 struct ModulationSources::Follower {
-    Follower(ModulationMatrix& matrix, EFParameterSet& set, int index, Levels levels)
-        : router(matrix.getEnvironment(), 2), follower(matrix.getEnvironment()) {
+    Follower(ModulationMatrix& matrix, EFParameterSet& set, int index, Levels levels,
+             FollowerLevels* shared)
+        : router(matrix.getEnvironment(), 2), follower(matrix.getEnvironment(), shared) {
         connect(router, levels);
         set.as<PropPluginParameter<int>>(EFParameter::Input).addProperty(&router.selection);
         follower.setInput(&router);
@@ -132,7 +133,7 @@ struct ModulationSources::Midi {
 
 ModulationSources::ModulationSources(ModulationMatrix& matrix, CinderParameters& tree,
                                      Levels levels, const EnvelopeCurves& curves)
-    : matrix(matrix) {
+    : matrix(matrix), followerLevels(matrix.getEnvironment()) {
     addXYAxes(tree);
     addOscillators(tree);
     addGenerators(tree, levels, curves);
@@ -178,7 +179,8 @@ void ModulationSources::addGenerators(CinderParameters& tree, Levels levels,
 void ModulationSources::addFollowers(CinderParameters& tree, Levels levels) {
     std::vector<wave::Producer*> producers;
     for (int i = 0; i < tree.efs.setCount(); ++i) {
-        followers.push_back(std::make_unique<Follower>(matrix, *tree.efs.set(i), i, levels));
+        followers.push_back(
+            std::make_unique<Follower>(matrix, *tree.efs.set(i), i, levels, &followerLevels));
         producers.push_back(&followers.back()->follower);
         matrix.setSource(firstSource(SourceKind::EnvelopeFollower) + i, producers.back());
     }

@@ -63,6 +63,7 @@ private:
     List<XYAxis> xyAxes;
     List<Oscillator> oscillators;
     List<Generator> generators;
+    FollowerLevels followerLevels;
     List<Follower> followers;
     MidiModSource::Cache midiCache;
     List<Midi> midiSources;

@@ -10,8 +10,10 @@ namespace cinder {
 /// The levels of signals above -60 dB, e = max(0, 20 log10 |x| + 60), block by block. Followers of
 /// the same signal share them, so that its logarithms are taken once.
 /// Shape   any producer that has been pulled in the present cycle; a silent block takes no
-/// logarithm Range   a NaN is silence; never infinite State   the levels of the last two blocks
-/// that were asked for Errors  none
+///         logarithm
+/// Range   a NaN is silence; never infinite
+/// State   the levels of the last two blocks that were asked for
+/// Errors  none
 class FollowerLevels final {
 public:
     struct Levels {
