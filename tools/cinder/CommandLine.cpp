@@ -1,5 +1,6 @@
 #include "cinder/CommandLine.h"
 
+#include "cinder/BenchCommand.h"
 #include "cinder/PlotCommand.h"
 #include "cinder/RenderCommand.h"
 #include "cinder/StylesCommand.h"
@@ -25,6 +26,7 @@ constexpr void (*addCommands[])(CLI::App&) = {
     addRenderCommand,
     addStylesCommand,
     addPlotCommand,
+    addBenchCommand,
     addParamsCommand,
     addSourcesCommand,
     addTargetsCommand,
