@@ -16,6 +16,8 @@ constexpr int highQualityDistortion = 8, highQualityClipper = 4;  // times the r
 
 constexpr int soloBit = 1;
 
+constexpr RealTimeAudioBuffer::FrameLayout recording = RealTimeAudioBuffer::getFrameLayout();
+
 constexpr GenericPluginBase::RealtimeCounts offered = {1, 0, 0, 0};  // what is heard, as audio
 
 int bitsOf(const BandParameterSetExtension& band) noexcept CINDER_REALTIME {
@@ -30,13 +32,16 @@ CinderProcessor::CinderProcessor(std::int32_t channelLayout, std::optional<std::
       initialized(this),
       graph(makeMatrix(), *this, getChannelCount()),
       sources(*getMatrix(), *this, {&graph.inputPeak, &graph.sideChainPeak},
-              SharedTables::get().envelopeCurves) {
+              SharedTables::get().envelopeCurves),
+      realTimeBuffer(environment.get(), nullptr, getChannelCount(), recording.frameSize,
+                     recording.frameCount) {
     getEventReceiver()
         .slot(AbstractMusicEventReceiver::allChannels)
         .get()
         ->addListener(&sources.getMidiListener());
     addChannels(seed);
     if (seed) sources.seedRandom(*seed);
+    recordOutput();
     listReactions();
     applyParameters();
     updateBands();
@@ -67,6 +72,13 @@ void CinderProcessor::addChannels(std::optional<std::uint32_t> seed) {
                 &channel->band(i).getDistortion(), &channel->band(i).getCabinet());
     for (const auto& band : graph.bands)
         band->controller.applyStyle();
+}
+
+void CinderProcessor::recordOutput() {
+    RealTimeAudioBuffer::Measurement* const measurement = realTimeBuffer.createMeasurement();
+    for (const CinderChannel* channel : channels)
+        measurement->setInput(channel->index, channel->output);
+    audioSources.push_back(measurement);
 }
 
 void CinderProcessor::listReactions() {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "analysis/buffer/RealTimeAudioBuffer.h"
 #include "params/tree/CinderParameters.h"
 #include "processor/CinderChannel.h"
 #include "processor/ModulationMatrixProcessor.h"
@@ -53,6 +54,7 @@ private:
 
     ModulationMatrix& makeMatrix();
     void addChannels(std::optional<std::uint32_t> seed);
+    void recordOutput();
     void listReactions();
     void react(const AbstractPluginParameter& parameter, Reaction reaction);
     void updateBands() noexcept CINDER_REALTIME;
@@ -64,6 +66,7 @@ private:
     Initialized initialized;
     SharedGraph graph;
     ModulationSources sources;
+    RealTimeAudioBuffer realTimeBuffer;    // of what is heard, for the analyzer
     std::vector<CinderChannel*> channels;  // owned by the frame
     std::vector<Reaction> reactions;       // by id
     bool isHighQuality = false;
