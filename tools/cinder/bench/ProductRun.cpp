@@ -1,7 +1,5 @@
 #include "cinder/bench/ProductRun.h"
 
-#include "cinder/OptionValues.h"
-
 #include <cmath>
 #include <cstdint>
 #include <stdexcept>
@@ -56,7 +54,7 @@ ProductRun::ProductRun(const BenchRow& row, int blockSize)
 void ProductRun::apply(const BenchRow::Setting& setting) {
     for (int id = 0; id < processor.parameterCount(); ++id) {
         AbstractPluginParameter& parameter = *processor.parameter(id);
-        if (!isSameName(parameter.getName(), setting.parameter)) continue;
+        if (parameter.getName() != setting.parameter) continue;
         float value = 0.0f;
         if (!parameter.parseText(setting.text, value)) break;
         parameter.setValue(value, 0);
