@@ -154,6 +154,21 @@ TEST_CASE("styleFigure: symmetric styles make odd harmonics alone, a rectifier e
     CHECK(rectified[2].y < rectified[1].y - 60.0);
 }
 
+TEST_CASE("styleFigure: THD is the share of the harmonics from 2 on in all that are drawn") {
+    StylePlot plot{StyleId::WarmTube};
+    plot.drives = {100.0};
+    const Figure figure = styleFigure(plot);
+    double above = 0.0, all = 0.0;
+    for (const auto& [kiloHertz, decibels] : figure.panels[2].series.back().points) {
+        const double power = std::pow(10.0, 0.1 * decibels);
+        all += power;
+        if (kiloHertz > 1.0) above += power;
+    }
+    const auto percent = std::lround(100.0 * std::sqrt(above / all));
+    CHECK(figure.panels[1].series.back().name ==
+          "drive 100 %, THD " + std::to_string(percent) + " %");
+}
+
 TEST_CASE("styleFigure: every style draws numbers, at any rate") {
     for (const StyleRecipe& recipe : styleRecipes)
         for (const int rate : {8000, 44100}) {

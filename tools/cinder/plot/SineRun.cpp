@@ -132,10 +132,11 @@ std::vector<Point> SineRun::between(int widthHz) const {
 }
 
 double SineRun::distortion() const {
-    double power = 0.0;
-    for (int harmonic = 2; harmonic * hz * 2 < rate; ++harmonic)
-        power += amplitudeOf(harmonic) * amplitudeOf(harmonic);
-    return std::sqrt(power) / std::max(amplitudeOf(1), silence);
+    double above = 0.0;
+    for (int harmonic = 2; harmonic <= numHarmonics && harmonic * hz * 2 < rate; ++harmonic)
+        above += amplitudeOf(harmonic) * amplitudeOf(harmonic);
+    const double all = above + amplitudeOf(1) * amplitudeOf(1);
+    return std::sqrt(above / std::max(all, silence * silence));
 }
 
 }  // namespace cinder

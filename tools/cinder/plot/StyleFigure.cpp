@@ -47,9 +47,8 @@ std::vector<Point> sineWave(double amplitude, int numPeriods) {
 
 std::string legendOf(double drivePercent, const SineRun& run) {
     const double percent = 100.0 * run.distortion();
-    // Beyond 1000 % there is as good as no fundamental, and where the periods differ what is wrong
-    // with them is no harmonic.
-    if (!run.isPeriodic() || percent > 1000.0) return formatted("drive %g %%", drivePercent);
+    // Where the periods differ what is wrong with them is no harmonic.
+    if (!run.isPeriodic()) return formatted("drive %g %%", drivePercent);
     if (percent < 0.001) return formatted("drive %g %%, THD < 0.001 %%", drivePercent);
     return formatted(percent < 10.0 ? "drive %g %%, THD %.2g %%" : "drive %g %%, THD %.0f %%",
                      drivePercent, percent);
