@@ -35,8 +35,8 @@ constexpr void (*addCommands[])(CLI::App&) = {
 
 constexpr const char* examples = R"(Examples:
   cinder render drums.wav out.wav
-  cinder render drums.wav out.flac --set Drive=24 --set Curve="soft fold"
-  cinder render drums.wav out.wav --bands 3 --style warm-tape --drive 60
+  cinder render drums.wav out.flac --set "Band 1 Drive=70%"
+  cinder params
 
 `cinder COMMAND --help` tells all about a command.)";
 
@@ -64,6 +64,34 @@ void describeProgram(CLI::App& program) {
         command->group("Commands");
 }
 
+/// As it was typed, down to the last word that names one: "cinder plot style".
+const CLI::App& lastCommand(const CLI::App& program, std::string& typed) {
+    const CLI::App* command = &program;
+    typed = program.get_name();
+    while (!command->get_subcommands().empty()) {
+        command = command->get_subcommands().back();
+        typed += ' ' + command->get_name();
+    }
+    return *command;
+}
+
+bool isFamily(const CLI::App& command) {
+    return !command.get_subcommands([](const CLI::App*) { return true; }).empty();
+}
+
+int complainOfParsing(const CLI::App& program, const CLI::ParseError& error) {
+    std::string typed;
+    const CLI::App& command = lastCommand(program, typed);
+    const std::string help = "; `" + typed + " --help` ";
+    if (isFamily(command) && command.remaining_size() > 0) {
+        const std::string word = command.remaining().front();
+        return complain((word.starts_with('-') ? "there is no option " : "there is no command ") +
+                            quoted(std::filesystem::path(word)) + help + "lists what there is",
+                        exitUsage);
+    }
+    return complain(error.what() + help + "tells more", exitUsage);
+}
+
 int parseAndRun(CLI::App& program, int argc, const char* const* argv) {
     try {
         program.parse(argc, argv);
@@ -71,12 +99,7 @@ int parseAndRun(CLI::App& program, int argc, const char* const* argv) {
     } catch (const CLI::Success& asked) {  // --help and --version
         return program.exit(asked);
     } catch (const CLI::ParseError& error) {
-        if (program.get_subcommands().empty() && program.remaining_size() > 0)
-            return complain("there is no command " +
-                                quoted(std::filesystem::path(program.remaining().front())) +
-                                "; `cinder --help` lists what there is",
-                            exitUsage);
-        return complain(std::string(error.what()) + "; `cinder --help` tells more", exitUsage);
+        return complainOfParsing(program, error);
     }
 }
 

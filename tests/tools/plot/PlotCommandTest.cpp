@@ -41,8 +41,8 @@ TEST_CASE("plot: a wrong command is one clear line and status 2, and draws nothi
         const char* says;
     } cases[] = {
         {{}, "style, crossover, tone, filter, cabinet"},
-        {{"stile", out}, "stile"},
-        {{"tone"}, "OUT"},
+        {{"stile", out}, "no command 'stile'; `cinder plot --help`"},
+        {{"tone"}, "OUT is required; `cinder plot tone --help`"},
         {{"tone", out, "more"}, "more"},
         {{"style", "Hot Tube", out}, "Warm Tube"},
         {{"style", "Smudge", out, "--drive", "0,101"}, "0 to 100"},
