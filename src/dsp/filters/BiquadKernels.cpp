@@ -6,7 +6,9 @@
 
 // A channel is a lane of doubles. Two sections run together, so that the one works while the other
 // waits for its last output; a third would find no register. Four samples are handled at a time:
-// coefficients change at multiples of four, and within a group no state has to move.
+// coefficients change at multiples of four, and within a group no state has to move. Where a
+// register has four doubles, two channels with two sections each are one: the second section is a
+// sample behind the first.
 
 namespace cinder::CINDER_SIMD_SET {
 
@@ -192,6 +194,113 @@ CINDER_LANES void cascade(const BiquadLane* lanes, const BiquadRun* runs, int nu
         sections[s].storeState(lanes, first + s);
 }
 
+/// Two sections of two channels as the lanes (first section: channel 0, 1, second: channel 0, 1).
+/// What enters the second section has left the first a sample before.
+struct Skewed {
+    using V2 = DoubleLanes<2>;
+    using V = DoubleLanes<4>;
+    using Floats = Lanes<4>;
+
+    static CINDER_LANES V join(V2 first, V2 second) { return shuffle<0, 1, 2, 3>(first, second); }
+
+    CINDER_LANES Skewed(const Section<2>& first, const Section<2>& second)
+        : b0(join(first.b0, second.b0)),
+          b1(join(first.b1, second.b1)),
+          b2(join(first.b2, second.b2)),
+          minusA1(join(first.minusA1, second.minusA1)),
+          minusA2(join(first.minusA2, second.minusA2)),
+          x1(join(first.x1, second.x1)),
+          x2(join(first.x2, second.x2)),
+          y1(join(first.y1, second.y1)),
+          y2(join(first.y2, second.y2)) {}
+    CINDER_LANES void storeTo(Section<2>& first, Section<2>& second) const {
+        const auto split = [&](V Skewed::*value, V2 Section<2>::*part)
+            __attribute__((always_inline)) {
+            const V lanes = this->*value;
+            first.*part = shuffle<0, 1>(lanes, lanes);
+            second.*part = shuffle<2, 3>(lanes, lanes);
+        };
+        split(&Skewed::x1, &Section<2>::x1);
+        split(&Skewed::x2, &Section<2>::x2);
+        split(&Skewed::y1, &Section<2>::y1);
+        split(&Skewed::y2, &Section<2>::y2);
+    }
+    /// As Section::advance. In and out are rounded to float.
+    CINDER_LANES Floats advance(Floats in) {
+        const V x = {__builtin_convertvector(in.raw, V::Raw)};
+        const V forward = mulAdd(b0, x, mulAdd(b1, x1, b2 * x2));
+        const V y = mulAdd(minusA1, y1, mulAdd(minusA2, y2, forward));
+        x2 = x1;
+        x1 = x;
+        y2 = y1;
+        y1 = y;
+        return {__builtin_convertvector(y.raw, Floats::Raw)};
+    }
+
+    V b0, b1, b2, minusA1, minusA2;
+    V x1, x2, y1, y2;
+};
+
+/// Two sections over `numSamples` of two channels from `at` on, at least one.
+CINDER_LANES void runSkewed(Section<2>* sections, const BiquadLane* lanes, std::ptrdiff_t at,
+                            std::ptrdiff_t numSamples) {
+    using S = Samples<2>;
+    using Floats = Skewed::Floats;
+    const std::ptrdiff_t last = at + numSamples - 1;
+    const float* const in[] = {lanes[0].input + 1, lanes[1].input + 1};
+    float* const out[] = {lanes[0].output, lanes[1].output};
+    const auto first = S::rounded(sections[0].advance(S::load(lanes, at)));
+    // Behind the first lane pair, what the first section hands on.
+    Floats f(Floats::Raw{static_cast<float>(first[0]), static_cast<float>(first[1]), 0.0f, 0.0f});
+    Skewed both(sections[0], sections[1]);
+    for (; at + 4 <= last; at += 4) {
+        const Floats a = Floats::load(in[0] + at), b = Floats::load(in[1] + at);
+        const Floats early = shuffle<0, 4, 1, 5>(a, b), late = shuffle<2, 6, 3, 7>(a, b);
+        const Floats f0 = both.advance(shuffle<0, 1, 4, 5>(early, f));
+        const Floats f1 = both.advance(shuffle<2, 3, 4, 5>(early, f0));
+        const Floats f2 = both.advance(shuffle<0, 1, 4, 5>(late, f1));
+        f = both.advance(shuffle<2, 3, 4, 5>(late, f2));
+        const Floats left = shuffle<2, 3, 6, 7>(f0, f1), right = shuffle<2, 3, 6, 7>(f2, f);
+        shuffle<0, 2, 4, 6>(left, right).store(out[0] + at);
+        shuffle<1, 3, 5, 7>(left, right).store(out[1] + at);
+    }
+    for (; at < last; ++at) {
+        f = both.advance(Floats(Floats::Raw{in[0][at], in[1][at], f[0], f[1]}));
+        out[0][at] = f[2];
+        out[1][at] = f[3];
+    }
+    both.storeTo(sections[0], sections[1]);
+    using V2 = Skewed::V2;
+    const V2 end(V2::Raw{static_cast<double>(f[0]), static_cast<double>(f[1])});
+    S::store(sections[1].advance(end), lanes, at);
+}
+
+/// As cascade<2, 2>, which short runs are left to: a run begins and ends with a single section.
+CINDER_LANES void cascadeSkewed(const BiquadLane* lanes, const BiquadRun* runs, int numRuns,
+                                int firstSection) {
+    Section<2> sections[2];
+    for (int s = 0; s < 2; ++s)
+        sections[s].loadState(lanes, firstSection + s);
+    std::ptrdiff_t at = 0;
+    for (const BiquadRun* run = runs; run != runs + numRuns; ++run) {
+        for (int s = 0; s < 2; ++s)
+            sections[s].loadCoefficients(*run, firstSection + s);
+        if (run->numSamples > 0) runSkewed(sections, lanes, at, run->numSamples);
+        at += run->numSamples;
+    }
+    for (int s = 0; s < 2; ++s)
+        sections[s].storeState(lanes, firstSection + s);
+}
+
+/// Whether runs are long enough to gain by it.
+CINDER_LANES bool paysToSkew(const BiquadRun* runs, int numRuns) {
+    constexpr int longEnough = 16;
+    int numSamples = 0;
+    for (const BiquadRun* run = runs; run != runs + numRuns; ++run)
+        numSamples += run->numSamples;
+    return numSamples >= numRuns * longEnough;
+}
+
 template <int numLanes>
 void run(const BiquadLane* lanes, const BiquadRun* runs, int numRuns, int firstSection,
          int numSections) noexcept {
@@ -199,8 +308,12 @@ void run(const BiquadLane* lanes, const BiquadRun* runs, int numRuns, int firstS
     for (int lane = 0; lane < numLanes; ++lane)
         own[lane] = lanes[lane];
     const int end = firstSection + numSections;
+    constexpr bool hasWideRegisters = simd::CINDER_SIMD_SET::registerBytes >= 32;
+    const bool skews = hasWideRegisters && numLanes == 2 && paysToSkew(runs, numRuns);
     for (int s = firstSection; s < end; s += 2) {
-        if (s + 1 < end)
+        if (s + 1 < end && skews)
+            cascadeSkewed(own, runs, numRuns, s);
+        else if (s + 1 < end)
             cascade<numLanes, 2>(own, runs, numRuns, s);
         else
             cascade<numLanes, 1>(own, runs, numRuns, s);
