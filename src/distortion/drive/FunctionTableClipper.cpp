@@ -1,7 +1,9 @@
 #include "distortion/drive/FunctionTableClipper.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "core/Constants.h"
 #include "core/simd/BlockMath.h"
 #include "distortion/drive/GainKernels.h"
 
@@ -18,10 +20,20 @@ void FunctionTableClipper::setStyle(const Style* newStyle) noexcept CINDER_REALT
 
 void FunctionTableClipper::enter(const float* in, float* out,
                                  int numSamples) noexcept CINDER_REALTIME {
-    if (style)
-        applyGain(style->preTable, in, out, numSamples);
-    else
+    if (!style) {
         std::copy_n(in, numSamples, out);
+        return;
+    }
+    noticeJump(numSamples);
+    applyGain(style->preTable, in, out, numSamples);
+}
+
+/// The gain behind the curve would meet what the one before it had made for another drive.
+void FunctionTableClipper::noticeJump(int numSamples) noexcept CINDER_REALTIME {
+    const float* const drives = drive.pull(numSamples)->data();
+    const bool mayJump = environment->getResetPosition() == environment->getPosition();
+    if (mayJump && std::abs(drives[0] - lastDrive) > sameValue) startFromFirst();
+    if (numSamples > 0) lastDrive = drives[numSamples - 1];
 }
 
 void FunctionTableClipper::shape(float* samples, int count) noexcept CINDER_REALTIME {

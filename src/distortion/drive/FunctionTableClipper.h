@@ -18,7 +18,8 @@ namespace cinder {
 /// Range   drive 0..1, limited
 /// State   that of the converters; the same bits for any cut of the block. A new style takes effect
 ///         with the next block, at once, and at any factor by the same step: the converters, which
-///         hold levels of the old one, start from the block's first sample
+///         hold levels of the old one, start from the block's first sample. So they do where the
+///         drive jumps at a discontinuity
 /// Errors  none; without a style the signal passes through the converters as it is
 class FunctionTableClipper final : public OversampledStage {
 public:
@@ -35,10 +36,12 @@ private:
     void enter(const float* in, float* out, int numSamples) noexcept CINDER_REALTIME override;
     void shape(float* samples, int count) noexcept CINDER_REALTIME override;
     void leave(float* samples, int numSamples) noexcept CINDER_REALTIME override;
+    void noticeJump(int numSamples) noexcept CINDER_REALTIME;
     void applyGain(const FunctionTable& gainOfDrive, const float* in, float* out,
                    int numSamples) noexcept CINDER_REALTIME;
 
     const Style* style = nullptr;  // not owned
+    float lastDrive = 0.0f;
 };
 
 }  // namespace cinder

@@ -1,5 +1,6 @@
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -223,6 +224,24 @@ TEST_CASE("Clipper: the same bits for any cut of the block") {
         rig->clipper.drive.assign(0.9f);  // on its way while the blocks run
     CHECK(pullPieces(whole.environment, whole.clipper, evenPieces(2000, 256)) ==
           pullPieces(cut.environment, cut.clipper, rng.pieces(2000, 100)));
+}
+
+TEST_CASE("Clipper: a drive that jumps lifts nothing that was made for another one") {
+    const ClipperStyle style = made(symmetricRows[0]);
+    for (const int factor : {1, 2, 8})
+        for (int phase = 0; phase < 32; ++phase) {
+            ClipperRig rig(style, sine(-6.0), factor);
+            turn(rig.clipper.drive, 1.0f);
+            pullPieces(rig.environment, rig.clipper, {256, 256, 32 + phase});
+            rig.environment.reset(wave::Environment::ResetMode::MarkOnly);
+            turn(rig.clipper.drive, 0.0f);
+            const auto out = pullPieces(rig.environment, rig.clipper, {64, 256});
+            INFO("factor " << factor << ", phase " << phase);
+            const auto loud = [](float a, float b) { return std::abs(a) < std::abs(b); };
+            const float first = *std::max_element(out.begin(), out.begin() + 64, loud);
+            const float settled = *std::max_element(out.end() - 64, out.end(), loud);
+            CHECK(std::abs(first) < 1.1f * std::abs(settled));
+        }
 }
 
 TEST_CASE("SoftClipper: small signals gain 1.125, and nothing leaves the range") {
