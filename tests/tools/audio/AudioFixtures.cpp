@@ -14,25 +14,6 @@
 
 namespace cinder::test {
 
-TemporaryFolder::TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "cinder-test-XXXXXX").string();
-    REQUIRE(::mkdtemp(name.data()) != nullptr);
-    path = name;
-}
-
-TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path, ignored);
-}
-
-std::vector<std::string> TemporaryFolder::names() const {
-    std::vector<std::string> found;
-    for (const auto& entry : std::filesystem::directory_iterator(path))
-        found.push_back(entry.path().filename().string());
-    std::sort(found.begin(), found.end());
-    return found;
-}
-
 int MemoryReader::read(std::span<float* const> channels, int maxFrames) {
     const size_t count = std::min(static_cast<size_t>(maxFrames), audio[0].size() - position);
     for (size_t channel = 0; channel < audio.size(); ++channel)
@@ -85,17 +66,6 @@ std::vector<float> sine(double hz, int sampleRate, int numFrames) {
         samples[n] = static_cast<float>(
             std::sin(2.0 * std::numbers::pi * hz * static_cast<double>(n) / sampleRate));
     return samples;
-}
-
-std::string bytesOf(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-void putBytes(const std::filesystem::path& path, const std::string& bytes) {
-    std::ofstream out(path, std::ios::binary);
-    out << bytes;
-    REQUIRE(out.flush());
 }
 
 std::string errorOf(const std::function<void()>& action) {

@@ -3,6 +3,8 @@
 #include "cinder/audio/AudioReader.h"
 #include "cinder/audio/UserError.h"
 
+#include "support/TemporaryFolder.h"
+
 #include <array>
 #include <filesystem>
 #include <functional>
@@ -13,21 +15,6 @@ namespace cinder::test {
 
 /// One vector per channel.
 using Audio = std::vector<std::vector<float>>;
-
-/// A folder that is there for one test.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder();
-
-    std::filesystem::path operator/(const std::string& name) const { return path / name; }
-    /// The names of all there is in it, sorted.
-    std::vector<std::string> names() const;
-
-    std::filesystem::path path;
-};
 
 /// Audio from memory, as a reader.
 class MemoryReader final : public AudioReader {
@@ -55,9 +42,6 @@ void writeFile(const std::filesystem::path& path, const Audio& audio, int sample
 
 /// A sine of amplitude 1 that starts at phase 0.
 std::vector<float> sine(double hz, int sampleRate, int numFrames);
-
-std::string bytesOf(const std::filesystem::path& path);
-void putBytes(const std::filesystem::path& path, const std::string& bytes);
 
 /// The text of the UserError that `action` throws; empty if it throws none.
 std::string errorOf(const std::function<void()>& action);

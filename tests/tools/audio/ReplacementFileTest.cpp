@@ -1,13 +1,11 @@
 #include "cinder/audio/ReplacementFile.h"
 
 #include "cinder/audio/AudioFileWriter.h"
-#include "cinder/audio/InterruptFlag.h"
 
 #include "support/Rng.h"
 #include "tools/audio/AudioFixtures.h"
 
 #include <doctest/doctest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace cinder::test {
@@ -17,20 +15,6 @@ namespace {
 using Names = std::vector<std::string>;
 
 const std::string oldContent = "what was there before";
-
-/// Files can't grow beyond this: the nearest thing to a full disk that needs no rights to set up.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        REQUIRE(::getrlimit(RLIMIT_FSIZE, &before) == 0);
-        const rlimit limit{bytes, before.rlim_max};
-        REQUIRE(::setrlimit(RLIMIT_FSIZE, &limit) == 0);
-    }
-    ~FileSizeLimit() { CHECK(::setrlimit(RLIMIT_FSIZE, &before) == 0); }
-
-private:
-    rlimit before{};
-};
 
 }  // namespace
 
@@ -68,7 +52,6 @@ TEST_CASE("ReplacementFile: permissions are those of the file replaced, or of an
 
 TEST_CASE("AudioFileWriter: a full disk at any byte is one clear line, and the old file stays") {
     const TemporaryFolder folder;
-    const InterruptFlag interrupt;  // turns SIGXFSZ into an error
     Rng rng = Rng::fromEnvironment();
     const Audio audio = {rng.noise(30000, 0.9f), rng.noise(30000, 0.9f)};
     for (const std::string name : {"out.wav", "out.aiff", "out.flac", "out.ogg"}) {
