@@ -101,6 +101,8 @@ TEST_CASE("CinderProcessor: two instances on two threads, and a reader of what t
             player.playBlock(300);
     };
     ProcessorRig watched;
+    for (const char* list : {"Num Active XLFOs", "Num Active EGs", "Num Active EFs"})
+        watched.set(list, "4");
     std::thread first(run, 1), second(run, 2);
     std::thread host([&] {
         Rng rng(3);
@@ -110,10 +112,21 @@ TEST_CASE("CinderProcessor: two instances on two threads, and a reader of what t
             std::this_thread::yield();
         }
     });
-    for (int block = 0; block < 60; ++block)
+    std::thread reader([&] {
+        while (!done) {
+            std::stringstream stream;
+            BinaryDataWriter writer(stream);
+            watched.processor->writeRealtimeData(writer);
+            std::this_thread::yield();
+        }
+    });
+    for (int block = 0; block < 60; ++block) {
+        watched.processor->enqueueMidiEvent({0x90, 60, static_cast<std::uint8_t>(block), 0}, block);
         watched.play(sines(256, 0.5f, 0.01));
+    }
     done = true;
     host.join();
+    reader.join();
     first.join();
     second.join();
 }

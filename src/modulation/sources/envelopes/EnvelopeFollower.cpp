@@ -38,6 +38,7 @@ void EnvelopeFollower::process(wave::BasicBlock<float>*, wave::BasicBlock<float>
     else
         follow(out->data(), numSamples);
     setConstant(rests);
+    shown.store(rests ? 0.0f : (*out)[0], std::memory_order_relaxed);
 }
 
 /// A level nears 0 for ever; from here on nothing of it can be told from 0.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 
 #include "modulation/sources/envelopes/FollowerLevels.h"
@@ -24,8 +25,10 @@ public:
     explicit EnvelopeFollower(wave::Environment* environment,
                               FollowerLevels* sharedLevels = nullptr);
 
-    /// What the source bar shows: the last output's first sample. [audio]
-    float getSourceValue() const noexcept CINDER_REALTIME { return getOutput()->data()[0]; }
+    /// What the source bar shows: the last output's first sample. [any]
+    float getSourceValue() const noexcept CINDER_REALTIME {
+        return shown.load(std::memory_order_relaxed);
+    }
 
     wave::FloatParameterBus attack;   // seconds
     wave::FloatParameterBus release;  // seconds
@@ -52,6 +55,7 @@ private:
     float level = -180.0f;  // dB above -60
     Coefficient attackCoefficient;
     Coefficient releaseCoefficient;
+    std::atomic<float> shown{0.0f};
 };
 
 }  // namespace cinder

@@ -114,6 +114,7 @@ void EnvelopeGenerator::reset() noexcept CINDER_REALTIME {
     gate = false;
     startRequested = false;
     if (trigger) trigger->reset();
+    show();
 }
 
 void EnvelopeGenerator::setTriggering(Triggering triggering) noexcept CINDER_REALTIME {
@@ -172,6 +173,7 @@ void EnvelopeGenerator::render(wave::BasicBlock<float>* block, int numSamples,
         filledValue = out.constant;
     }
     setConstant(out.isConstant);
+    show();
 }
 
 EnvelopeGenerator::Controls EnvelopeGenerator::pullControls(int numSamples) noexcept

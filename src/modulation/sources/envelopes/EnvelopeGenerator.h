@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <memory>
 
@@ -72,9 +73,9 @@ public:
 
     bool isIdle() const noexcept CINDER_REALTIME { return phase == Phase::Idle && !startRequested; }
     bool isMuted() const noexcept CINDER_REALTIME override { return isIdle(); }
-    /// What the source bar shows: 0 at rest, 1 at the peak, whatever the range. [audio]
+    /// What the source bar shows: 0 at rest, 1 at the peak, whatever the range. [any]
     float getSourceValue() const noexcept CINDER_REALTIME {
-        return value + sustainLevel - restOffset;
+        return shown.load(std::memory_order_relaxed);
     }
 
     wave::FloatParameterBus delay;    // seconds
@@ -109,6 +110,7 @@ private:
                      int numSamples) noexcept CINDER_REALTIME;
     int samplesOf(float seconds) const noexcept CINDER_REALTIME;
     float rest() const noexcept CINDER_REALTIME { return restOffset - sustainLevel; }
+    void show() noexcept CINDER_REALTIME { shown.store(value - rest(), std::memory_order_relaxed); }
 
     std::unique_ptr<const EnvelopeCurves> ownCurves;  // where there are no shared ones
     const EnvelopeCurves& curves;
@@ -138,6 +140,8 @@ private:
 
     int filled = 0;  // leading samples of the own block that hold `filledValue`
     float filledValue = 0.0f;
+
+    std::atomic<float> shown{0.0f};
 };
 
 }  // namespace cinder

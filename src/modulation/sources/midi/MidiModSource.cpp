@@ -24,10 +24,12 @@ MidiModSource::~MidiModSource() {
 
 void MidiModSource::propertyChanged(AbstractProperty* property) {
     if (property == &responseCurve) curve = responseFunctionOf(responseCurve);
-    if (property != &midiInput) return;
-    const int index =
-        midiInput == MidiInput::Controller ? controllerNumber.get() : Cache::indexOf(midiInput);
-    update(index, cache->valueAt(index));
+    if (property == &midiInput) {
+        const int index =
+            midiInput == MidiInput::Controller ? controllerNumber.get() : Cache::indexOf(midiInput);
+        update(index, cache->valueAt(index));
+    }
+    show();
 }
 
 void MidiModSource::update(int index, float newValue) noexcept CINDER_REALTIME {
@@ -49,16 +51,19 @@ void MidiModSource::update(int index, float newValue) noexcept CINDER_REALTIME {
         default:
             value.setValue(curve(newValue), automatic);
     }
+    show();
 }
 
 void MidiModSource::render(wave::BasicBlock<float>*, int numSamples,
                            unsigned) noexcept CINDER_REALTIME {
     bool isConstant = false;
     passOn(value.follow(numSamples, &isConstant));
+    const bool stands = isConstant && this->isConstant();
     setConstant(isConstant);
+    if (!stands) show();
 }
 
-float MidiModSource::getSourceValue() const noexcept CINDER_REALTIME {
+float MidiModSource::barValue() const noexcept CINDER_REALTIME {
     const float v = currentValue();
     switch (midiInput) {
         case MidiInput::PitchBend:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 
 #include "core/Property.h"
@@ -37,8 +38,10 @@ public:
                 unsigned flags) noexcept CINDER_REALTIME override;
     void propertyChanged(AbstractProperty* property) override;
 
-    /// What the source bar shows: 0..1 for bends, velocities and notes up to 120. [audio]
-    float getSourceValue() const noexcept CINDER_REALTIME;
+    /// What the source bar shows: 0..1 for bends, velocities and notes up to 120. [any]
+    float getSourceValue() const noexcept CINDER_REALTIME {
+        return shown.load(std::memory_order_relaxed);
+    }
 
     Property<int> controllerNumber{0};  // for MidiInput::Controller
     Property<MidiInput> midiInput{MidiInput::ModWheel, this};
@@ -46,11 +49,14 @@ public:
 
 private:
     float currentValue() const noexcept CINDER_REALTIME;
+    float barValue() const noexcept CINDER_REALTIME;
+    void show() noexcept CINDER_REALTIME { shown.store(barValue(), std::memory_order_relaxed); }
 
     Cache* const cache;  // not owned
     ResponseFunction curve = responseFunctionOf(ResponseCurve::Linear);
     wave::FloatParameter value;
     float noteRampMs = wave::FloatParameter::automaticRamp;
+    std::atomic<float> shown{0.0f};
 };
 
 }  // namespace cinder

@@ -85,6 +85,7 @@ void XLFO::render(wave::BasicBlock<float>* block, int numSamples,
     constexpr float fastestShown = 10.0f;  // pairs of steps a second
     const float pairsPerSecond = static_cast<float>(stepsInUse) * controls.frequency[0] * 0.5f;
     status = pairsPerSecond > fastestShown ? fast : 0;
+    show(out[0]);
 }
 
 /// The steps cover the cycle without gap or overlap. Usually it is the same one or the next.
@@ -265,14 +266,14 @@ void XLFO::hold(float value, float* out, int first, int numSamples) noexcept CIN
     }
 }
 
-float XLFO::getSourceValue() const noexcept CINDER_REALTIME {
-    float shown = (*getOutput())[0];
+void XLFO::show(float first) noexcept CINDER_REALTIME {
+    float value = first;
     if ((status & fast) != 0) {
-        shown = -1.0f;
+        value = -1.0f;
         for (int i = 0; i < stepsInUse; ++i)
-            shown = std::max(shown, steps[static_cast<std::size_t>(i)].value.get());
+            value = std::max(value, steps[static_cast<std::size_t>(i)].value.get());
     }
-    return (shown + 1.0f) * 0.5f;
+    shown.store((value + 1.0f) * 0.5f, std::memory_order_relaxed);
 }
 
 }  // namespace cinder

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 
 #include "core/Property.h"
@@ -84,8 +85,10 @@ public:
     void synchronise(float position, float cycleBars) noexcept CINDER_REALTIME;
 
     /// What the interface shows, 0 to 1: the last block's first sample, or the highest step while
-    /// the XLFO is fast. [audio]
-    float getSourceValue() const noexcept CINDER_REALTIME;
+    /// the XLFO is fast. [any]
+    float getSourceValue() const noexcept CINDER_REALTIME {
+        return shown.load(std::memory_order_relaxed);
+    }
     double getPhase() const noexcept CINDER_REALTIME { return wrapped(clock.phase()); }
     double getBasePhase() const noexcept CINDER_REALTIME { return wrapped(clock.base()); }
 
@@ -114,6 +117,7 @@ private:
     };
 
     static std::uint32_t nextSeed() noexcept;
+    void show(float first) noexcept CINDER_REALTIME;
     void layOutSteps() noexcept CINDER_REALTIME;
     void keepPlaceIn(double oldShare) noexcept CINDER_REALTIME;
     float valueOf(int index) noexcept CINDER_REALTIME;
@@ -154,6 +158,8 @@ private:
 
     int held = 0;  // leading samples of the block that hold `heldValue` already
     float heldValue = 0.0f;
+
+    std::atomic<float> shown{0.5f};
 };
 
 }  // namespace cinder
