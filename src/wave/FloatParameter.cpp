@@ -115,8 +115,8 @@ FloatParameter::ValueBlock* FloatParameter::render(int numSamples,
     return &valueBlock;
 }
 
-FloatParameter::ValueBlock* FloatParameter::follow(int numSamples,
-                                                   bool* isConstant) noexcept CINDER_REALTIME {
+FloatParameter::ValueBlock* FloatParameter::followRamp(int numSamples,
+                                                       bool* isConstant) noexcept CINDER_REALTIME {
     const std::uint64_t position = environment->getPosition();
     if (lastPosition > position) {
         // Somebody else has followed it in this cycle, and everybody hears the same.

@@ -53,7 +53,14 @@ public:
     /// The samples of the present cycle: moves the ramp on by what nobody rendered, or to its end
     /// after a discontinuity, then renders. Every user that reads the value once a cycle, and no
     /// other producer on its behalf, calls this; without it ramps never run or never end. [audio]
-    ValueBlock* follow(int numSamples, bool* isConstant) noexcept CINDER_REALTIME;
+    ValueBlock* follow(int numSamples, bool* isConstant) noexcept CINDER_REALTIME {
+        // Most values stand still most of the time.
+        if (isRamping() || valueBlock.filled < numSamples)
+            return followRamp(numSamples, isConstant);
+        lastPosition = environment->getPosition() + static_cast<std::uint64_t>(numSamples);
+        *isConstant = true;
+        return &valueBlock;
+    }
 
     float getTarget() const { return target; }
     float getMinimum() const { return minimum; }
@@ -69,6 +76,7 @@ public:
     Property<float> minRampTime{20.0f};
 
 private:
+    ValueBlock* followRamp(int numSamples, bool* isConstant) noexcept CINDER_REALTIME;
     float clamped(float value) const noexcept CINDER_REALTIME;
     float automaticRampMs(float difference) const noexcept CINDER_REALTIME;
     float currentValue() const noexcept CINDER_REALTIME {
