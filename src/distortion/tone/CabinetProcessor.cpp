@@ -22,9 +22,8 @@ CabinetProcessor::CabinetProcessor(wave::Environment* environment)
 
 void CabinetProcessor::render(wave::BasicBlock<float>*, int numSamples,
                               unsigned) noexcept CINDER_REALTIME {
-    wave::Producer& last = filters.getOutput();
-    passOn(last.pull(numSamples));
-    setConstant(last.isConstant());
+    passOn(filters.pull(numSamples));
+    setConstant(filters.isConstant());
 }
 
 CabinetProcessor::MultiDelay::MultiDelay(wave::Environment* environment)

@@ -9,9 +9,8 @@ EQStage::EQStage(wave::Environment* environment)
 
 void EQStage::process(wave::BasicBlock<float>*, wave::BasicBlock<float>*, int numSamples,
                       unsigned) noexcept CINDER_REALTIME {
-    wave::Producer& last = filters.getOutput();
-    passOn(last.pull(numSamples));
-    setConstant(last.isConstant());
+    passOn(filters.pull(numSamples));
+    setConstant(filters.isConstant());
 }
 
 }  // namespace cinder

@@ -6,7 +6,9 @@
 namespace cinder {
 
 FilterChain::FilterChain(wave::Environment* environment, wave::Producer* input, int capacity)
-    : input(input) {
+    : Source(environment),
+      input(input),
+      steps(static_cast<std::size_t>(capacity * AnalogFilterPrototype::maxSections)) {
     for (int i = 0; i < capacity; ++i) {
         filters.push_back(std::make_unique<EQFilter>(environment));
         filters.back()->setInput(i == 0 ? input : filters[static_cast<std::size_t>(i) - 1].get());
@@ -25,7 +27,59 @@ void FilterChain::addFilter(const FilterRow& row) noexcept CINDER_REALTIME {
     filter.reset();
 }
 
+void FilterChain::render(wave::BasicBlock<float>*, int numSamples,
+                         unsigned) noexcept CINDER_REALTIME {
+    if (count == 0) return handOn(input->pull(numSamples), input->isConstant());
+    if (renderAsRow(numSamples)) return;
+    wave::Producer& last = (*this)[count - 1];
+    wave::BasicBlock<float>* const block = last.pull(numSamples);
+    handOn(block, last.isConstant());
+}
+
+void FilterChain::handOn(wave::BasicBlock<float>* block, bool isConstant) noexcept CINDER_REALTIME {
+    passOn(block);
+    setConstant(isConstant);
+}
+
+/// False if one of the filters is at something that it has to do by itself.
+bool FilterChain::collectSteps(int numSamples) noexcept CINDER_REALTIME {
+    numSteps = 0;
+    for (int i = 0; i < count; ++i) {
+        EQFilter& filter = (*this)[i];
+        const EQFilter::Standing standing = filter.standing(numSamples);
+        if (standing == EQFilter::Standing::Moving) return false;
+        if (standing == EQFilter::Standing::Dry) continue;
+        for (int s = 0; s < filter.getNumSections(); ++s)
+            steps[numSteps++] = {&filter.getCoefficients(s),
+                                 {&filter.stateOf(s), &(*linked)[i].stateOf(s)}};
+    }
+    return true;
+}
+
+bool FilterChain::renderAsRow(int numSamples) noexcept CINDER_REALTIME {
+    if (!linked || linked->count != count || !collectSteps(numSamples)) return false;
+    const wave::BasicBlock<float>* const in[] = {input->pull(numSamples),
+                                                 linked->input->pull(numSamples)};
+    if (numSteps > 0) {
+        const BiquadLane lanes[] = {{in[0]->data(), ownBlock->data(), nullptr},
+                                    {in[1]->data(), linked->ownBlock->data(), nullptr}};
+        biquadKernels->steps(lanes, steps.data(), static_cast<int>(numSteps), numSamples);
+    }
+    for (int i = 0; i < count; ++i) {
+        const bool isDry = BiquadProcessor::isNear((*this)[i].getWetFactor(), 0.0f);
+        (*this)[i].passBlockAsPair(isDry, numSamples);
+    }
+    for (FilterChain* side : {this, linked}) {
+        const bool isDry = numSteps == 0;
+        side->handOn(isDry ? side->input->getOutput() : side->ownBlock.get(),
+                     isDry && side->input->isConstant());
+    }
+    return true;
+}
+
 void FilterChain::link(FilterChain& other) {
+    linked = &other;
+    other.linked = this;
     const int numPairs = std::min(getCapacity(), other.getCapacity());
     for (int i = 0; i < numPairs; ++i) {
         (*this)[i].setPartner(&other[i]);

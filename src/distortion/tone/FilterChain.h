@@ -4,15 +4,18 @@
 #include <vector>
 
 #include "distortion/tone/FilterRow.h"
+#include "dsp/filters/BiquadKernels.h"
 #include "dsp/filters/EQFilter.h"
 
 namespace cinder {
 
 /// A row of equalisers of which the first few are in use, one behind the other.
 /// Shape   one channel; `capacity` filters are there from the start, and what goes beyond them is
-///         left out. With none in use the output is the input itself
-/// State   that of the filters; those out of use keep theirs, and are reset when they come back
-class FilterChain {
+///         left out. With none in use the output is the input itself. Where two chains are linked
+///         and all their filters stand still, the sections of all of them run in one pass
+/// State   that of the filters; those out of use keep theirs, and are reset when they come back.
+///         The bits are those of filters that pull one another
+class FilterChain final : public wave::Source {
 public:
     FilterChain(wave::Environment* environment, wave::Producer* input, int capacity);
 
@@ -20,6 +23,9 @@ public:
     void clear() noexcept CINDER_REALTIME { count = 0; }
     /// Puts one more to use, with settings that jump. [audio]
     void addFilter(const FilterRow& row) noexcept CINDER_REALTIME;
+    void render(wave::BasicBlock<float>* block, int numSamples,
+                unsigned flags) noexcept CINDER_REALTIME override;
+
     /// Lets the filters that stand in the same place in both chains run as pairs with one set of
     /// coefficients. Both chains are filled alike from then on.
     void link(FilterChain& other);
@@ -27,13 +33,17 @@ public:
     int getCount() const { return count; }
     int getCapacity() const { return static_cast<int>(filters.size()); }
     EQFilter& operator[](int index) { return *filters[static_cast<std::size_t>(index)]; }
-    wave::Producer& getOutput() noexcept CINDER_REALTIME {
-        return count > 0 ? (*this)[count - 1] : *input;
-    }
 
 private:
-    wave::Producer* input;  // not owned
+    bool collectSteps(int numSamples) noexcept CINDER_REALTIME;
+    bool renderAsRow(int numSamples) noexcept CINDER_REALTIME;
+    void handOn(wave::BasicBlock<float>* block, bool isConstant) noexcept CINDER_REALTIME;
+
+    wave::Producer* input;          // not owned
+    FilterChain* linked = nullptr;  // likewise
     std::vector<std::unique_ptr<EQFilter>> filters;
+    std::vector<BiquadStep> steps;  // work space
+    std::size_t numSteps = 0;
     int count = 0;
 };
 

@@ -117,6 +117,28 @@ void BiquadFilter::catchUp() noexcept CINDER_REALTIME {
     blockEnd = position;
 }
 
+bool BiquadFilter::standsAsPair() const noexcept CINDER_REALTIME {
+    if (linkMode != LinkMode::Shared) return false;
+    const std::uint64_t position = environment->getPosition();
+    const auto stands = [position](const BiquadFilter& side) {
+        return side.enabled && side.processor.isWet() && side.blockEnd == position &&
+               !side.wasRenderedInThisCycle();
+    };
+    return stands(*this) && stands(*partner);
+}
+
+bool BiquadFilter::runsOn() const noexcept CINDER_REALTIME {
+    return processor.getRestart() == BiquadProcessor::Restart::None &&
+           partner->processor.getRestart() == BiquadProcessor::Restart::None;
+}
+
+void BiquadFilter::passBlockAsPair(bool isDry, int numSamples) noexcept CINDER_REALTIME {
+    for (BiquadFilter* side : {this, partner}) {
+        side->blockEnd = environment->getPosition() + static_cast<std::uint64_t>(numSamples);
+        if (isDry) side->processor.skipBlock(numSamples);
+    }
+}
+
 bool BiquadFilter::wasRenderedInThisCycle() const noexcept CINDER_REALTIME {
     return getLastBlockId() == environment->getBlockId();
 }

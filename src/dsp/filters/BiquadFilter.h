@@ -41,7 +41,19 @@ public:
 
     Property<bool> enabled{true, this};
 
+    // For a row of filters that runs the sections of all of them in one pass.
+
+    /// This filter and its partner have gone through a block by way of the row: `isDry` if their
+    /// inputs were handed on. [audio]
+    void passBlockAsPair(bool isDry, int numSamples) noexcept CINDER_REALTIME;
+    /// [audio]
+    BiquadState& stateOf(int section) { return processor.stateOf(section); }
+
 protected:
+    /// Linked with a partner, both all wet, in time, and not rendered in this cycle yet. [audio]
+    bool standsAsPair() const noexcept CINDER_REALTIME;
+    /// Neither side's sections have to start anew. [audio]
+    bool runsOn() const noexcept CINDER_REALTIME;
     void process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,
                  unsigned flags) noexcept CINDER_REALTIME override;
     /// Sets the number of sections and schedules coefficients for the next `numSamples`.

@@ -119,27 +119,27 @@ struct Section {
     using S = Samples<numLanes>;
     using V = typename S::V;
 
-    CINDER_LANES void loadState(const BiquadLane* lanes, int index) {
+    /// The states of the lanes.
+    CINDER_LANES void loadState(const BiquadState* const* states) {
         const auto from = [&](double BiquadState::*value) __attribute__((always_inline)) {
-            return S::gather([&](int lane) __attribute__((always_inline)) {
-                return lanes[lane].states[index].*value;
-            });
+            return S::gather([&](int lane)
+                                 __attribute__((always_inline)) { return states[lane]->*value; });
         };
         x1 = from(&BiquadState::x1);
         x2 = from(&BiquadState::x2);
         y1 = from(&BiquadState::y1);
         y2 = from(&BiquadState::y2);
     }
-    CINDER_LANES void storeState(const BiquadLane* lanes, int index) const {
+    CINDER_LANES void storeState(BiquadState* const* states) const {
         for (int lane = 0; lane < numLanes; ++lane)
-            lanes[lane].states[index] = {S::laneOf(x1, lane), S::laneOf(x2, lane),
-                                         S::laneOf(y1, lane), S::laneOf(y2, lane)};
+            *states[lane] = {S::laneOf(x1, lane), S::laneOf(x2, lane), S::laneOf(y1, lane),
+                             S::laneOf(y2, lane)};
     }
-    CINDER_LANES void loadCoefficients(const BiquadRun& run, int index) {
+    template <class OfLane>
+    CINDER_LANES void loadCoefficients(OfLane ofLane) {
         const auto from = [&](double BiquadCoefficients::*value) __attribute__((always_inline)) {
-            return S::gather([&](int lane) __attribute__((always_inline)) {
-                return run.coefficients[lane][index].*value;
-            });
+            return S::gather([&](int lane)
+                                 __attribute__((always_inline)) { return ofLane(lane).*value; });
         };
         b0 = from(&BiquadCoefficients::b0);
         b1 = from(&BiquadCoefficients::b1);
@@ -161,37 +161,37 @@ struct Section {
     V x1, x2, y1, y2;
 };
 
-/// `count` sections, the first of them number `first`, in one pass over the block.
-template <int numLanes, int count>
-CINDER_LANES void cascade(const BiquadLane* lanes, const BiquadRun* runs, int numRuns, int first) {
-    using S = Samples<numLanes>;
-    Section<numLanes> sections[count];
-    for (int s = 0; s < count; ++s)
-        sections[s].loadState(lanes, first + s);
-    std::ptrdiff_t at = 0;
-    for (const BiquadRun* run = runs; run != runs + numRuns; ++run) {
-        for (int s = 0; s < count; ++s)
-            sections[s].loadCoefficients(*run, first + s);
-        const std::ptrdiff_t end = at + run->numSamples;
-        for (; at + 4 <= end; at += 4) {
-            auto group = S::loadGroup(lanes, at);
-            for (int s = 0; s < count; ++s) {
-                const auto next = [&](int i) __attribute__((always_inline)) {
-                    return sections[s].advance(s > 0 ? S::rounded(group.at[i]) : group.at[i]);
-                };
-                group = {next(0), next(1), next(2), next(3)};
-            }
-            S::storeGroup(group, lanes, at);
-        }
-        for (; at < end; ++at) {
-            auto v = S::load(lanes, at);
-            for (int s = 0; s < count; ++s)
-                v = sections[s].advance(s > 0 ? S::rounded(v) : v);
-            S::store(v, lanes, at);
-        }
+/// The states of section `index`.
+template <int numLanes>
+struct States {
+    CINDER_LANES States(const BiquadLane* lanes, int index) {
+        for (int lane = 0; lane < numLanes; ++lane)
+            ofLane[lane] = lanes[lane].states + index;
     }
-    for (int s = 0; s < count; ++s)
-        sections[s].storeState(lanes, first + s);
+    BiquadState* ofLane[numLanes];
+};
+
+/// `count` sections over the samples from `at` to `end`, in one pass.
+template <int numLanes, int count>
+CINDER_LANES void advanceAll(Section<numLanes>* sections, const BiquadLane* lanes,
+                             std::ptrdiff_t at, std::ptrdiff_t end) {
+    using S = Samples<numLanes>;
+    for (; at + 4 <= end; at += 4) {
+        auto group = S::loadGroup(lanes, at);
+        for (int s = 0; s < count; ++s) {
+            const auto next = [&](int i) __attribute__((always_inline)) {
+                return sections[s].advance(s > 0 ? S::rounded(group.at[i]) : group.at[i]);
+            };
+            group = {next(0), next(1), next(2), next(3)};
+        }
+        S::storeGroup(group, lanes, at);
+    }
+    for (; at < end; ++at) {
+        auto v = S::load(lanes, at);
+        for (int s = 0; s < count; ++s)
+            v = sections[s].advance(s > 0 ? S::rounded(v) : v);
+        S::store(v, lanes, at);
+    }
 }
 
 /// Two sections of two channels as the lanes (first section: channel 0, 1, second: channel 0, 1).
@@ -275,24 +275,10 @@ CINDER_LANES void runSkewed(Section<2>* sections, const BiquadLane* lanes, std::
     S::store(sections[1].advance(end), lanes, at);
 }
 
-/// As cascade<2, 2>, which short runs are left to: a run begins and ends with a single section.
-CINDER_LANES void cascadeSkewed(const BiquadLane* lanes, const BiquadRun* runs, int numRuns,
-                                int firstSection) {
-    Section<2> sections[2];
-    for (int s = 0; s < 2; ++s)
-        sections[s].loadState(lanes, firstSection + s);
-    std::ptrdiff_t at = 0;
-    for (const BiquadRun* run = runs; run != runs + numRuns; ++run) {
-        for (int s = 0; s < 2; ++s)
-            sections[s].loadCoefficients(*run, firstSection + s);
-        if (run->numSamples > 0) runSkewed(sections, lanes, at, run->numSamples);
-        at += run->numSamples;
-    }
-    for (int s = 0; s < 2; ++s)
-        sections[s].storeState(lanes, firstSection + s);
-}
+/// One register of four doubles for two channels and two sections.
+inline constexpr bool canSkew = simd::CINDER_SIMD_SET::registerBytes >= 32;
 
-/// Whether runs are long enough to gain by it.
+/// Whether runs are long enough to gain by it: each begins and ends with a single section.
 CINDER_LANES bool paysToSkew(const BiquadRun* runs, int numRuns) {
     constexpr int longEnough = 16;
     int numSamples = 0;
@@ -301,22 +287,77 @@ CINDER_LANES bool paysToSkew(const BiquadRun* runs, int numRuns) {
     return numSamples >= numRuns * longEnough;
 }
 
+/// `count` sections, the first of them number `first`, in one pass over all runs.
+template <int numLanes, int count, bool skewed>
+CINDER_LANES void cascade(const BiquadLane* lanes, const BiquadRun* runs, int numRuns, int first) {
+    Section<numLanes> sections[count];
+    for (int s = 0; s < count; ++s)
+        sections[s].loadState(States<numLanes>(lanes, first + s).ofLane);
+    std::ptrdiff_t at = 0;
+    for (const BiquadRun* run = runs; run != runs + numRuns; ++run) {
+        for (int s = 0; s < count; ++s)
+            sections[s].loadCoefficients([&](int lane) __attribute__((always_inline)) {
+                return run->coefficients[lane][first + s];
+            });
+        if constexpr (skewed) {
+            if (run->numSamples > 0) runSkewed(sections, lanes, at, run->numSamples);
+        } else {
+            advanceAll<numLanes, count>(sections, lanes, at, at + run->numSamples);
+        }
+        at += run->numSamples;
+    }
+    for (int s = 0; s < count; ++s)
+        sections[s].storeState(States<numLanes>(lanes, first + s).ofLane);
+}
+
 template <int numLanes>
 void run(const BiquadLane* lanes, const BiquadRun* runs, int numRuns, int firstSection,
          int numSections) noexcept {
     BiquadLane own[numLanes];  // a copy, which overlaps nothing that is written
     for (int lane = 0; lane < numLanes; ++lane)
         own[lane] = lanes[lane];
+    constexpr bool skewable = canSkew && numLanes == 2;
+    const bool skews = skewable && paysToSkew(runs, numRuns);
     const int end = firstSection + numSections;
-    constexpr bool hasWideRegisters = simd::CINDER_SIMD_SET::registerBytes >= 32;
-    const bool skews = hasWideRegisters && numLanes == 2 && paysToSkew(runs, numRuns);
     for (int s = firstSection; s < end; s += 2) {
-        if (s + 1 < end && skews)
-            cascadeSkewed(own, runs, numRuns, s);
-        else if (s + 1 < end)
-            cascade<numLanes, 2>(own, runs, numRuns, s);
+        if (s + 1 == end)
+            cascade<numLanes, 1, false>(own, runs, numRuns, s);
+        else if (skews)
+            cascade<numLanes, 2, skewable>(own, runs, numRuns, s);
         else
-            cascade<numLanes, 1>(own, runs, numRuns, s);
+            cascade<numLanes, 2, false>(own, runs, numRuns, s);
+        for (BiquadLane& lane : own)
+            lane.input = lane.output;
+    }
+}
+
+template <int count>
+CINDER_LANES void runStepsTogether(const BiquadLane* lanes, const BiquadStep* steps,
+                                   int numSamples) {
+    Section<2> sections[count];
+    for (int s = 0; s < count; ++s) {
+        sections[s].loadState(steps[s].states);
+        sections[s].loadCoefficients([&](int) __attribute__((always_inline)) {
+            return *steps[s].coefficients;
+        });
+    }
+    if constexpr (canSkew && count == 2)
+        runSkewed(sections, lanes, 0, numSamples);
+    else
+        advanceAll<2, count>(sections, lanes, 0, numSamples);
+    for (int s = 0; s < count; ++s)
+        sections[s].storeState(steps[s].states);
+}
+
+void runSteps(const BiquadLane* lanes, const BiquadStep* steps, int numSteps,
+              int numSamples) noexcept {
+    if (numSamples <= 0) return;
+    BiquadLane own[] = {lanes[0], lanes[1]};
+    for (const BiquadStep* const end = steps + numSteps; steps < end; steps += 2) {
+        if (steps + 1 < end)
+            runStepsTogether<2>(own, steps, numSamples);
+        else
+            runStepsTogether<1>(own, steps, numSamples);
         for (BiquadLane& lane : own)
             lane.input = lane.output;
     }
@@ -346,6 +387,6 @@ void runPlain(const BiquadLane* lanes, const BiquadRun* runs, int numRuns, int f
 
 }  // namespace
 
-constinit const BiquadKernels biquadKernels = {runPlain, run<1>, run<2>};
+constinit const BiquadKernels biquadKernels = {runPlain, run<1>, run<2>, runSteps};
 
 }  // namespace cinder::CINDER_SIMD_SET

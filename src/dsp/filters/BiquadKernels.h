@@ -25,12 +25,24 @@ struct BiquadRun {
 using RunBiquads = void (*)(const BiquadLane* lanes, const BiquadRun* runs, int numRuns,
                             int firstSection, int numSections) noexcept;
 
-/// All three give the same bits: every lane has its own state, and all fuse the same products with
-/// the same sums where the set can.
+/// A section of two channels that share its coefficients.
+struct BiquadStep {
+    const BiquadCoefficients* coefficients;
+    BiquadState* states[maxBiquadLanes];
+};
+
+/// Runs sections that belong to any filters, one behind the other, over two channels. The states of
+/// the lanes are not looked at.
+using RunBiquadSteps = void (*)(const BiquadLane* lanes, const BiquadStep* steps, int numSteps,
+                                int numSamples) noexcept;
+
+/// All of them give the same bits: every lane has its own state, and all fuse the same products
+/// with the same sums where the set can.
 struct BiquadKernels {
     RunBiquads plain;   // one channel, section after section over the whole block
     RunBiquads single;  // one channel
     RunBiquads pair;    // two channels
+    RunBiquadSteps steps;
 };
 
 CINDER_KERNELS(BiquadKernels, biquadKernels)

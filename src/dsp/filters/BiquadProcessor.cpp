@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/Constants.h"
-
 namespace cinder {
 
 namespace {
@@ -25,6 +23,11 @@ bool BiquadProcessor::process(std::span<const Channel> channels, bool isShared,
                               int numSamples) noexcept CINDER_REALTIME {
     if (numSamples <= 0) return true;
     BiquadProcessor& first = *channels.front().processor;
+    const auto isHeld = [](const Channel& channel) { return channel.processor->isHeld(); };
+    if (isShared ? first.isHeld() : std::ranges::all_of(channels, isHeld))
+        return processHeld(channels, isShared, numSamples);
+    for (const Channel& channel : channels)
+        channel.processor->layOutHeld(numSamples);
     const auto wetOf = [&](const Channel& channel) -> const Schedule<float>& {
         return isShared ? first.wetFactors : channel.processor->wetFactors;
     };
@@ -46,6 +49,39 @@ bool BiquadProcessor::process(std::span<const Channel> channels, bool isShared,
         channel.processor->coefficients.clear();
         channel.processor->wetFactors.clear();
     }
+    return !isAllDry;
+}
+
+/// Some of several channels hold while others have a schedule.
+void BiquadProcessor::layOutHeld(int numSamples) noexcept CINDER_REALTIME {
+    if (isHeld()) schedule(held, heldWetFactor, numSamples);
+    held = nullptr;
+}
+
+bool BiquadProcessor::processHeld(std::span<const Channel> channels, bool isShared,
+                                  int numSamples) noexcept CINDER_REALTIME {
+    BiquadProcessor& first = *channels.front().processor;
+    const auto ownerOf = [&](const Channel& channel) {
+        return isShared ? &first : channel.processor;
+    };
+    const bool isAllDry = std::ranges::all_of(channels, [&](const Channel& channel) {
+        return isNear(ownerOf(channel)->heldWetFactor, 0.0f);
+    });
+    if (!isAllDry) {
+        first.runs[0].numSamples = numSamples;
+        for (std::size_t c = 0; c < channels.size(); ++c)
+            first.runs[0].coefficients[c] = ownerOf(channels[c])->held;
+        first.runSections(channels, 1);
+    }
+    for (const Channel& channel : channels) {
+        if (isAllDry)
+            channel.processor->skipBlock(numSamples);
+        else
+            channel.processor->applyMix(ownerOf(channel)->heldWetFactor, numSamples, channel.input,
+                                        channel.output);
+    }
+    for (const Channel& channel : channels)
+        channel.processor->held = nullptr;
     return !isAllDry;
 }
 
@@ -77,10 +113,6 @@ void BiquadProcessor::setEnabled(bool isEnabled) noexcept CINDER_REALTIME {
         mix = mixTarget;
 }
 
-bool BiquadProcessor::isNear(float a, float b) noexcept CINDER_REALTIME {
-    return std::abs(a - b) <= sameValue;
-}
-
 /// What the sections of a restarted filter remember is what they are about to hear.
 void BiquadProcessor::prime(int section, float input) noexcept CINDER_REALTIME {
     const bool fromZero = restart == Restart::Hard || resetMode == ResetMode::FromZero;
@@ -98,21 +130,25 @@ void BiquadProcessor::advanceRamp(std::uint64_t numSamples) noexcept CINDER_REAL
 void BiquadProcessor::applyMix(const Schedule<float>& wet, const float* dry,
                                float* out) noexcept CINDER_REALTIME {
     for (std::size_t entry = 0; entry < wet.size(); ++entry) {
-        const float factor = *wet.valuesAt(entry);
         const int count = wet.countAt(entry);
-        const int ramp = std::min(count, remaining);
-        for (int i = 0; i < ramp; ++i) {
-            const float m = mixTarget - mixStep * static_cast<float>(remaining - i);
-            out[i] = dry[i] + (out[i] - dry[i]) * (factor * m);
-        }
-        advanceRamp(static_cast<std::uint64_t>(ramp));
-        const float rest = factor * mix;
-        if (!isNear(rest, 1.0f))
-            for (int i = ramp; i < count; ++i)
-                out[i] = dry[i] + (out[i] - dry[i]) * rest;
+        applyMix(*wet.valuesAt(entry), count, dry, out);
         dry += count;
         out += count;
     }
+}
+
+void BiquadProcessor::applyMix(float wet, int numSamples, const float* dry,
+                               float* out) noexcept CINDER_REALTIME {
+    const int ramp = std::min(numSamples, remaining);
+    for (int i = 0; i < ramp; ++i) {
+        const float m = mixTarget - mixStep * static_cast<float>(remaining - i);
+        out[i] = dry[i] + (out[i] - dry[i]) * (wet * m);
+    }
+    advanceRamp(static_cast<std::uint64_t>(ramp));
+    const float rest = wet * mix;
+    if (isNear(rest, 1.0f)) return;
+    for (int i = ramp; i < numSamples; ++i)
+        out[i] = dry[i] + (out[i] - dry[i]) * rest;
 }
 
 /// Cuts the block wherever the coefficients of one of the channels change.

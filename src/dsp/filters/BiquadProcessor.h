@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <span>
 #include <vector>
 
+#include "core/Constants.h"
 #include "core/Property.h"
 #include "dsp/filters/BiquadKernels.h"
 #include "dsp/filters/Schedule.h"
@@ -48,7 +50,17 @@ public:
         coefficients.append(sections, numSamples);
         wetFactors.append(&wetFactor, numSamples);
     }
+    /// In place of a schedule: what holds for the whole of the coming block, and stays where it is
+    /// until then. [audio]
+    void hold(const BiquadCoefficients* sections, float wetFactor) noexcept CINDER_REALTIME {
+        held = sections;
+        heldWetFactor = wetFactor;
+    }
+    bool isHeld() const { return held != nullptr; }
     const Schedule<BiquadCoefficients>& getSchedule() const { return coefficients; }
+
+    /// The state of a section, for whoever runs the sections of several filters as one.
+    BiquadState& stateOf(int section) { return states[static_cast<std::size_t>(section)]; }
 
     /// Runs the blocks of one channel or two. By the first one's schedule if it `isShared`;
     /// otherwise each by its own, and with the same number of sections. Empties the schedules. On
@@ -72,22 +84,30 @@ public:
     /// Fades in 20 ms to all wet or all dry. Jumps after a discontinuity of the environment.
     /// [audio]
     void setEnabled(bool isEnabled) noexcept CINDER_REALTIME;
+    static bool isNear(float a, float b) noexcept CINDER_REALTIME {
+        return std::abs(a - b) <= sameValue;
+    }
     bool isDry() const { return remaining == 0 && isNear(mix, 0.0f); }
     bool isWet() const { return remaining == 0 && isNear(mix, 1.0f); }
 
     Property<ResetMode> resetMode{ResetMode::FromZero};
 
 private:
-    static bool isNear(float a, float b) noexcept CINDER_REALTIME;
     void prime(int section, float input) noexcept CINDER_REALTIME;
     void advanceRamp(std::uint64_t numSamples) noexcept CINDER_REALTIME;
+    void layOutHeld(int numSamples) noexcept CINDER_REALTIME;
+    static bool processHeld(std::span<const Channel> channels, bool isShared,
+                            int numSamples) noexcept CINDER_REALTIME;
     void applyMix(const Schedule<float>& wet, const float* dry,
                   float* out) noexcept CINDER_REALTIME;
+    void applyMix(float wet, int numSamples, const float* dry, float* out) noexcept CINDER_REALTIME;
     int collectRuns(std::span<const Channel> channels, bool isShared) noexcept CINDER_REALTIME;
     void runSections(std::span<const Channel> channels, int numRuns) noexcept CINDER_REALTIME;
 
     Schedule<BiquadCoefficients> coefficients;
     Schedule<float> wetFactors;
+    const BiquadCoefficients* held = nullptr;  // in place of a schedule; not owned
+    float heldWetFactor = 1.0f;
     std::vector<BiquadRun> runs;  // work space
     std::vector<BiquadState> states;
     Restart restart = Restart::Hard;

@@ -73,11 +73,11 @@ void EQFilter::computeCoefficients(int numSamples,
     };
     const auto schedule = [&](int count) { target.schedule(coefficients, wetFactor, count); };
 
-    target.setNumSections((polesOf(slope, shape) + 1) / 2);
+    target.setNumSections(getNumSections());
     if (frequency.isConstant() && q.isConstant() && (!gains || gain.isConstant())) {
         const Settings now = settingsAt(0);
         if (needsDesign(now)) design(now);
-        return schedule(numSamples);
+        return target.hold(coefficients, wetFactor);
     }
     const auto isDue = [&](int i, bool finely) {
         constexpr float coarseOctaves = 0.1f;
@@ -86,6 +86,23 @@ void EQFilter::computeCoefficients(int numSamples,
     };
     followControls(
         numSamples, isDue, [&](int i) { design(settingsAt(i)); }, schedule);
+}
+
+EQFilter::Standing EQFilter::standing(int numSamples) noexcept CINDER_REALTIME {
+    if (!standsAsPair()) return Standing::Moving;
+    const bool usesGain = rowOf(shape).usesGain;
+    const float log2Hz = *frequency.pull(numSamples)->data();
+    const float rawQ = *q.pull(numSamples)->data();
+    const float gainDb = usesGain ? *gain.pull(numSamples)->data() : 0.0f;
+    if (!frequency.isConstant() || !q.isConstant() || (usesGain && !gain.isConstant()))
+        return Standing::Moving;
+    if (needsDesign({limited(log2Hz, lowestLog2Hz, highestLog2Hz),
+                     limited(gainDb, -largestGainDb, largestGainDb),
+                     limited(rawQ, smallestQ, largestQ)}))
+        return Standing::Moving;
+    if (BiquadProcessor::isNear(wetFactor, 0.0f)) return Standing::Dry;
+    const bool isWhole = BiquadProcessor::isNear(wetFactor, 1.0f) && runsOn();
+    return isWhole ? Standing::Wet : Standing::Moving;
 }
 
 bool EQFilter::needsDesign(const Settings& now) const noexcept CINDER_REALTIME {

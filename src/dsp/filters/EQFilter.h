@@ -23,6 +23,15 @@ public:
     void reset() noexcept CINDER_REALTIME override;
     void propertyChanged(AbstractProperty* property) override;
 
+    /// What a linked filter and its partner have before them, if they are to run as part of a row:
+    /// something that only `pull` can do, handing the input on, or `getNumSections` sections with
+    /// the coefficients of the last design. [audio]
+    enum class Standing { Moving, Dry, Wet };
+    Standing standing(int numSamples) noexcept CINDER_REALTIME;
+    int getNumSections() const { return (polesOf(slope, shape) + 1) / 2; }
+    float getWetFactor() const { return wetFactor; }
+    const BiquadCoefficients& getCoefficients(int section) const { return coefficients[section]; }
+
     /// That of the last design.
     const AnalogFilterPrototype& getPrototype() const { return prototype; }
 

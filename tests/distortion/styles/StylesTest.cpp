@@ -30,7 +30,7 @@ struct Composition {
         const StyleRecipe& recipe = style.getRecipe();
         for (const FilterRow& row : recipe.setup.pre)
             pre.addFilter(row);
-        last = &pre.getOutput();
+        last = &pre;
         for (wave::FloatParameterBus* drive : {&smudger.drive, &crusher.drive, &clipper.drive})
             drive->setSource(rig.channels[0]->distortion.drive.getSource());
         crusher.bitDepth = 24.0f;
@@ -49,7 +49,7 @@ struct Composition {
             post->addFilter(row);
         post->addFilter({120.0f, 6.0f, 0.3f, FilterShape::LowShelf});  // the bass
         cabinet = std::make_unique<CabinetProcessor>(&rig.environment);
-        cabinet->setInput(&post->getOutput());
+        cabinet->setInput(&*post);
         if (const CabinetStyle* box = allStyles().cabinetOf(recipe.id)) box->apply(*cabinet);
     }
     void append(wave::Filter& stage) {

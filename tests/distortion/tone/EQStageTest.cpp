@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include <cmath>
+#include <deque>
 
 #include "support/Rng.h"
 #include "support/StageRig.h"
@@ -78,6 +79,45 @@ TEST_CASE("EQStage: empty it hands its input on, filled it is its filters one be
         }
         CHECK(same);
         if (count == 0) CHECK(stage.getOutput() == input.getOutput());
+    }
+}
+
+TEST_CASE("EQStage: two that are linked have the bits of two that are not, through every change") {
+    Rng rng = Rng::fromEnvironment();
+    INFO("seed " << rng.seed());
+    wave::Environment environment;
+    std::deque<SignalSource> inputs;
+    std::deque<EQStage> linked, alone;
+    for (int channel = 0; channel < 2; ++channel) {
+        inputs.emplace_back(&environment, rng.noise(16384));
+        for (std::deque<EQStage>* stages : {&linked, &alone}) {
+            EQStage& stage = stages->emplace_back(&environment);
+            stage.setInput(&inputs.back());
+            for (const FilterRow& row : rows)
+                stage.addFilter(row);
+        }
+    }
+    linked[1].link(linked[0]);
+
+    test::RealtimeGuard guard;
+    for (int block = 0; block < 96; ++block) {
+        INFO("block " << block);
+        for (std::deque<EQStage>* stages : {&linked, &alone})
+            for (EQStage& stage : *stages) {
+                if (block == 20) stage.gainBus(1).assign(0.0f);
+                if (block == 45) stage.gainBus(1).assign(3.0f);
+                if (block == 60) stage.filter(0).enabled = false;
+                if (block == 75) stage.filter(0).enabled = true;
+            }
+        const int n = block % 3 == 0 ? 17 : 128;
+        environment.beginBlock();
+        const bool pulls = block != 50;  // nobody wants this one
+        for (std::size_t c = 0; pulls && c < 2; ++c) {
+            const float* const out = linked[c].pull(n)->data();
+            CHECK(std::equal(out, out + n, alone[c].pull(n)->data()));
+        }
+        environment.render(n, 0);
+        if (block == 85) environment.reset(wave::Environment::ResetMode::All);
     }
 }
 

@@ -112,5 +112,33 @@ TEST_CASE("BiquadKernels: one and two lanes have the bits of the plain form, whi
     }
 }
 
+TEST_CASE("BiquadKernels: sections of several filters have the bits of the plain form") {
+    Rng rng = Rng::fromEnvironment();
+    for (const simd::InstructionSet set : simd::supportedSets()) {
+        simd::ScopedInstructionSet scope(set);
+        for (int numSections = 1; numSections <= 5; ++numSections)
+            for (const int n : {1, 2, 5, 6, 44, blockSize}) {
+                INFO(simd::nameOf(set) << ", sections " << numSections << ", samples " << n
+                                       << ", seed " << rng.seed());
+                Channel plain[] = {Channel(rng, numSections, 1), Channel(rng, numSections, 1)};
+                plain[1].coefficients = plain[0].coefficients;
+                Channel together[] = {plain[0], plain[1]};
+                const BiquadCoefficients* const shared = plain[0].coefficients[0].data();
+                for (Channel& channel : plain) {
+                    const BiquadRun run = {n, {shared, nullptr}};
+                    const BiquadLane lane = channel.lane();
+                    biquadKernels->plain(&lane, &run, 1, 0, numSections);
+                }
+                std::vector<BiquadStep> steps;
+                for (std::size_t s = 0; s < plain[0].states.size(); ++s)
+                    steps.push_back({shared + s, {&together[0].states[s], &together[1].states[s]}});
+                const BiquadLane lanes[] = {together[0].lane(), together[1].lane()};
+                biquadKernels->steps(lanes, steps.data(), numSections, n);
+                CHECK(haveSameBits(together[0], plain[0]));
+                CHECK(haveSameBits(together[1], plain[1]));
+            }
+    }
+}
+
 }  // namespace
 }  // namespace cinder

@@ -37,7 +37,8 @@ struct OpenEqualiser : EQFilter {
     std::vector<int> runLengths(int numSamples) {
         environment->beginBlock();
         computeCoefficients(numSamples, own);
-        std::vector<int> lengths;
+        std::vector<int> lengths(own.isHeld() ? 1 : 0, numSamples);
+        own.hold(nullptr, 0.0f);
         for (std::size_t i = 0; i < own.getSchedule().size(); ++i)
             lengths.push_back(own.getSchedule().countAt(i));
         environment->render(numSamples, 0);

@@ -54,7 +54,7 @@ void CrossoverFilter::computeCoefficients(int numSamples,
     target.setNumSections(std::max(runsTwice ? numFactors * 2 : numFactors, 1));
     if (frequency.isConstant()) {
         if (isDue(0, true)) design(limited(log2Hz[0]));
-        return schedule(numSamples);
+        return target.hold(coefficients, 1.0f);
     }
     followControls(
         numSamples, isDue, [&](int i) { design(limited(log2Hz[i])); }, schedule);
