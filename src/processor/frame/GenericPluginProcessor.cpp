@@ -148,7 +148,10 @@ void GenericPluginProcessor::process(const float* const* inputs, int numInputs,
     lastBlockSize = std::max(numSamples, 0);
     applyQueuedParameters();
     numOutputs = outputs ? std::clamp(numOutputs, 0, getChannelCount()) : 0;
-    const int maxSubBlock = std::clamp(getMaxSubBlockSize(), 1, environment->getMaxBlockSize());
+    const auto longestSubBlock = [this]() noexcept {
+        return std::clamp(getMaxSubBlockSize(), 1, environment->getMaxBlockSize());
+    };
+    int maxSubBlock = longestSubBlock();
     setInputBuffers(inputs, inputs ? numInputs : 0, lastBlockSize);
 
     bool handledMidi = false;
@@ -165,6 +168,7 @@ void GenericPluginProcessor::process(const float* const* inputs, int numInputs,
         midiDecoder->receiveMidiMessage(next.event);
         handledMidi = true;
         applyQueuedParameters();
+        maxSubBlock = longestSubBlock();  // a controller may have turned what it depends on
     }
     while (midiQueue.pop(next)) {
         midiDecoder->receiveMidiMessage(next.event);

@@ -173,7 +173,7 @@ protected:
     virtual std::unique_ptr<AbstractMusicEventReceiver> createEventReceiver();
     /// Under the process-wide lock, for the first processor alive.
     virtual void createSharedTables() {}
-    /// Asked once a host block.
+    /// Asked when parameters may have changed: once a host block, and behind each MIDI event.
     virtual int getMaxSubBlockSize() noexcept CINDER_REALTIME;
     /// On the thread that sets the parameter, when the value is stored but not yet queued. Index -1
     /// stands for all of them. [any]
