@@ -1,8 +1,8 @@
 #include "processor/FeedbackLimit.h"
 
 #include <algorithm>
-#include <cmath>
 
+#include "distortion/strip/FreqToDelayConverter.h"
 #include "modulation/matrix/ModulationMatrix.h"
 #include "processor/BandTargets.h"
 #include "wave/Environment.h"
@@ -29,19 +29,23 @@ float highestFrequency(const ModulationMatrix::Target& frequency) noexcept CINDE
 
 }  // namespace
 
-int longestSubBlock(const ModulationMatrix& matrix, int numActiveBands,
+int longestSubBlock(const ModulationMatrix& matrix, int numBands,
                     int converterLatency) noexcept CINDER_REALTIME {
+    const wave::Environment& environment = *matrix.getEnvironment();
+    const float elsewhere =
+        FreqToDelayConverter::msOf(converterLatency, environment.getSampleRate());
     float ms = noLoopMs;
-    for (int band = 0; band < numActiveBands; ++band) {
+    for (int band = 0; band < numBands; ++band) {
         if (!hasFeedback(matrix.getTarget(bandTarget(band, BandTarget::FeedbackAmount)))) continue;
         const float log2Hz =
             highestFrequency(matrix.getTarget(bandTarget(band, BandTarget::FeedbackFrequency)));
-        ms = std::min(ms, 1000.0f * std::exp2(-log2Hz));
+        ms = std::min(ms, FreqToDelayConverter::delayMs(log2Hz, elsewhere));
     }
-    const wave::Environment& environment = *matrix.getEnvironment();
-    const auto samples = static_cast<int>(ms * environment.getSampleRate() * 0.001f);
-    const int result = (samples - converterLatency) & ~3;
-    return std::clamp(result, 4, environment.getMaxBlockSize());
+    // In the delay's own arithmetic: a sample more, by rounding, would be one not written yet.
+    const double samples =
+        static_cast<double>(ms) * (static_cast<double>(environment.getSampleRate()) * 0.001);
+    const int longest = environment.getMaxBlockSize();
+    return std::max(static_cast<int>(std::min(samples, static_cast<double>(longest))) & ~3, 4);
 }
 
 }  // namespace cinder

@@ -5,12 +5,15 @@
 
 namespace cinder {
 
+float FreqToDelayConverter::delayMs(float log2Hz, float compensationMs) noexcept CINDER_REALTIME {
+    return 1000.0f * std::exp2(-log2Hz) - compensationMs;
+}
+
 void FreqToDelayConverter::convert(const float* in, float* out,
                                    int numSamples) noexcept CINDER_REALTIME {
-    const float elsewhere =
-        static_cast<float>(compensation.get()) * 1000.0f / environment->getSampleRate();
+    const float elsewhere = msOf(compensation, environment->getSampleRate());
     std::transform(in, in + numSamples, out,
-                   [elsewhere](float log2Hz) { return 1000.0f * std::exp2(-log2Hz) - elsewhere; });
+                   [elsewhere](float log2Hz) { return delayMs(log2Hz, elsewhere); });
 }
 
 }  // namespace cinder

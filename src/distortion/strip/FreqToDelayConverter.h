@@ -13,6 +13,12 @@ class FreqToDelayConverter final : public ValueConverter {
 public:
     using ValueConverter::ValueConverter;
 
+    /// What the delay is set to for `log2Hz`, bit by bit. [any]
+    static float delayMs(float log2Hz, float compensationMs) noexcept CINDER_REALTIME;
+    static float msOf(int samples, float sampleRate) noexcept CINDER_REALTIME {
+        return static_cast<float>(samples) * 1000.0f / sampleRate;
+    }
+
     Property<int> compensation{0};  // samples at the base rate
 
 protected:
