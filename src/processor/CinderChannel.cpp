@@ -29,6 +29,7 @@ CinderChannel::CinderChannel(GenericPluginProcessor* owner, SharedGraph& shared,
       softClipper(owner->getEnvironment(), &shared.clipperStyle),
       phaseCompensator(&shared.clipperStyle),
       effectMixer(owner->getEnvironment(), &phaseCompensator, &softClipper),
+      qualityFilter(owner->getEnvironment()),
       auditionRouter(owner->getEnvironment(), 3) {
     shared.inputPeak.connect(index, &input);
     shared.sideChainPeak.connect(index, &rawSideChainInput);
@@ -114,7 +115,9 @@ void CinderChannel::wireOutput() {
     }
     effectMixer.mix.setSource(shared.target(GlobalTarget::Mix));
     effectMixer.panningLaw.assign(EffectMixer::PanningLaw::Linear);
-    auditionRouter.connect(0, &effectMixer);
+    qualityFilter.setInput(&effectMixer);
+    qualityFilter.level.setSource(&shared.qualityGain);
+    auditionRouter.connect(0, &qualityFilter);
     auditionRouter.connect(1, &input);
     auditionRouter.connect(2, &rawSideChainInput);
     choice(shared.tree, GlobalChoiceParameter::AuditionSignal)
@@ -123,9 +126,15 @@ void CinderChannel::wireOutput() {
 }
 
 void CinderChannel::setBand(int i, bool active, bool audible) noexcept CINDER_REALTIME {
-    band(i).setLoopActive(active);
+    if (active) band(i).setLoopActive(true);
     dryMixer.input(i).gain.assign(active ? 1.0f : 0.0f);
     wetMixer.input(i).gain.assign(active && audible ? 1.0f : 0.0f);
+}
+
+bool CinderChannel::endLoop(int i) noexcept CINDER_REALTIME {
+    if (wetMixer.input(i).gain.getParameter().isRamping()) return false;
+    band(i).setLoopActive(false);
+    return true;
 }
 
 void CinderChannel::resetConverters() noexcept CINDER_REALTIME {

@@ -18,6 +18,7 @@ namespace cinder {
 ///   input - (mid/side) - split -+- band 1 -+- wet sum - x output - (left/right) - clip -+
 ///                               +-  ...    |                                            | mix -+
 ///                               +- band 6 -+- dry sum - (left/right) - phase -----------+      |
+///                                                                                   x quality  |
 ///   input ------------------------------------------------------------------------- audition - out
 ///   side chain --------------------------------------------------------------------------+
 ///
@@ -32,8 +33,11 @@ public:
                   std::optional<std::uint32_t> noiseSeed);
 
     CinderBand& band(int index) { return *bands[static_cast<std::size_t>(index)]; }
-    /// Brings a band in or out of the sums, on ramps. [audio]
+    /// Brings a band in or out of the sums, on ramps. The loop of one that goes runs on. [audio]
     void setBand(int index, bool active, bool audible) noexcept CINDER_REALTIME;
+    /// Whether the loop of a band that has gone is at its end, which is when nobody hears the band
+    /// any more. [audio]
+    bool endLoop(int index) noexcept CINDER_REALTIME;
     /// What the converters have heard at another factor counts no longer. [audio]
     void resetConverters() noexcept CINDER_REALTIME;
 
@@ -52,6 +56,7 @@ private:
     SoftClipper softClipper;
     sr::IIRPhaseCompensator phaseCompensator;
     EffectMixer effectMixer;
+    VolumeFilter qualityFilter;
     Router auditionRouter;
 };
 

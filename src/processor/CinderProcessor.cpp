@@ -124,9 +124,26 @@ void CinderProcessor::destroySharedTables() {
 }
 
 int CinderProcessor::getMaxSubBlockSize() noexcept CINDER_REALTIME {
-    const int active = std::min(bands.activeCount(), SharedGraph::numBands);
-    const int converters = graph.distortionStyle.getLatency(graph.distortionStyle.getFactor());
-    return longestSubBlock(*getMatrix(), active, converters);
+    int converters = graph.distortionStyle.getLatency(graph.distortionStyle.getFactor());
+    // The quality may change before the host's next block.
+    if (wantsHighQuality)
+        converters = std::max(converters, graph.distortionStyle.getLatency(highQualityDistortion));
+    return longestSubBlock(*getMatrix(), countRunningLoops(), converters);
+}
+
+/// Bands that leave the sums are heard until they have faded, and so are their loops.
+int CinderProcessor::countRunningLoops() noexcept CINDER_REALTIME {
+    int running = graph.bandModel.bandCount;
+    for (int i = running; i < SharedGraph::numBands; ++i)
+        for (CinderChannel* channel : channels)
+            if (channel->band(i).isLoopActive() && !channel->endLoop(i)) running = i + 1;
+    return running;
+}
+
+void CinderProcessor::getOutputBlocks(const float** destination, int count,
+                                      int numSamples) noexcept CINDER_REALTIME {
+    changeQualityInSilence();
+    GenericPluginProcessor::getOutputBlocks(destination, count, numSamples);
 }
 
 void CinderProcessor::parameterWillChange(int index) noexcept CINDER_REALTIME {
@@ -178,15 +195,23 @@ bool CinderProcessor::isMuted(int band, bool anySolo) const noexcept CINDER_REAL
     return state == SoloMuteState::Mute || (anySolo && state == SoloMuteState::Normal);
 }
 
+/// Another quality is another latency, so the sound jumps in time: it is faded out before, unless
+/// nothing has been heard yet.
 void CinderProcessor::updateQuality() noexcept CINDER_REALTIME {
-    const bool isHigh = (*this)[GlobalChoiceParameter::HighQuality].value() != 0.0f;
-    graph.distortionStyle.setFactor(isHigh ? highQualityDistortion : 1);
-    graph.clipperStyle.setFactor(isHigh ? highQualityClipper : 1);
-    if (isHigh != isHighQuality)
-        for (CinderChannel* channel : channels)
-            channel->resetConverters();
-    isHighQuality = isHigh;
+    wantsHighQuality = (*this)[GlobalChoiceParameter::HighQuality].value() != 0.0f;
+    graph.qualityGain.assign(wantsHighQuality == isHighQuality ? 1.0f : 0.0f);
+    changeQualityInSilence();
+}
+
+void CinderProcessor::changeQualityInSilence() noexcept CINDER_REALTIME {
+    if (wantsHighQuality == isHighQuality || graph.qualityGain.parameter.isRamping()) return;
+    isHighQuality = wantsHighQuality;
+    graph.distortionStyle.setFactor(isHighQuality ? highQualityDistortion : 1);
+    graph.clipperStyle.setFactor(isHighQuality ? highQualityClipper : 1);
+    for (CinderChannel* channel : channels)
+        channel->resetConverters();
     updateLoops();
+    graph.qualityGain.assign(1.0f);
 }
 
 void CinderProcessor::updateLoops() noexcept CINDER_REALTIME {

@@ -39,6 +39,8 @@ protected:
     void tempoChanged(float tempo, float position) noexcept CINDER_REALTIME override;
     void createSharedTables() override;
     int getMaxSubBlockSize() noexcept CINDER_REALTIME override;
+    void getOutputBlocks(const float** destination, int count,
+                         int numSamples) noexcept CINDER_REALTIME override;
     void parameterWillChange(int index) noexcept CINDER_REALTIME override;
     void parameterChanged(int index) noexcept CINDER_REALTIME override;
     void destroySharedTables() override;
@@ -59,7 +61,9 @@ private:
     void react(const AbstractPluginParameter& parameter, Reaction reaction);
     void updateBands() noexcept CINDER_REALTIME;
     bool isMuted(int band, bool anySolo) const noexcept CINDER_REALTIME;
+    int countRunningLoops() noexcept CINDER_REALTIME;
     void updateQuality() noexcept CINDER_REALTIME;
+    void changeQualityInSilence() noexcept CINDER_REALTIME;
     void updateLoops() noexcept CINDER_REALTIME;
     void updateLatency() noexcept CINDER_REALTIME;
 
@@ -70,6 +74,7 @@ private:
     std::vector<CinderChannel*> channels;  // owned by the frame
     std::vector<Reaction> reactions;       // by id
     bool isHighQuality = false;
+    bool wantsHighQuality = false;  // as the parameter was last applied
 };
 
 }  // namespace cinder

@@ -9,6 +9,7 @@ namespace cinder {
 namespace {
 
 constexpr float gateAttackMs = 50.0f, gateThreshold = 0.001f;
+constexpr float qualityFadeMs = 5.0f;
 
 constexpr int numberOf(GlobalTarget target) {
     return static_cast<int>(target);
@@ -50,6 +51,7 @@ SharedGraph::SharedGraph(ModulationMatrix& matrix, CinderParameters& tree, int n
       outputLevelPanControl(&outputLevelPan),
       distortionStyle(matrix.getEnvironment()),
       clipperStyle(matrix.getEnvironment()),
+      qualityGain(matrix.getEnvironment(), 1.0f),
       midSideEncoder(matrix.getEnvironment()),
       wetDecoder(matrix.getEnvironment()),
       dryDecoder(matrix.getEnvironment()) {
@@ -58,6 +60,8 @@ SharedGraph::SharedGraph(ModulationMatrix& matrix, CinderParameters& tree, int n
     feedbackGate.setInput(&inputPeak);
     distortionStyle.setFactor(1);
     clipperStyle.setFactor(1);
+    qualityGain.parameter.minRampTime = qualityFadeMs;
+    qualityGain.parameter.maxRampTime = qualityFadeMs;
     for (int band = 0; band < numBands; ++band)
         bands[static_cast<std::size_t>(band)] =
             std::make_unique<SharedBand>(matrix, *tree.bands.set(band), band, &inputPeak);

@@ -48,6 +48,7 @@ struct SharedGraph {
     LevelPanTarget inputLevelPan, outputLevelPan;
     LevelPanTarget::VoiceController inputLevelPanControl, outputLevelPanControl;
     sr::IIRConverterStyle distortionStyle, clipperStyle;
+    wave::FloatParameterSource qualityGain;  // 0 while the converters change
     std::array<std::unique_ptr<SharedBand>, numBands> bands;
     MidSideConverter midSideEncoder, wetDecoder, dryDecoder;
 };

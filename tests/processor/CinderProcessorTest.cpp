@@ -182,6 +182,16 @@ TEST_CASE("CinderProcessor: what is switched while music plays makes no step") {
         {{}, "Output Pan", "1", 0.02f},
         {{}, "Mix", "0", 0.02f},
         {{}, "Band 1 Drive", "20", 0.02f},
+        {{}, "High Quality", "On", 0.02f},
+        {{{"High Quality", "On"}}, "High Quality", "Off", 0.02f},
+        // A loop is heard until its band has faded out.
+        {{{"Num Active Bands", "3"},
+          {"Band 3 Style", "Clean Tape"},
+          {"Band 3 Feedback Amount", "100"},
+          {"Band 3 Feedback Frequency", "1000"}},
+         "Num Active Bands",
+         "2",
+         0.03f},
     };
     for (const Case& row : cases) {
         INFO(row.name << " to " << row.text);

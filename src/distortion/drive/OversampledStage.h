@@ -25,6 +25,8 @@ public:
     ~OversampledStage() override;
 
     void reset() noexcept CINDER_REALTIME override;  ///< [audio]
+    /// The next block's first sample is taken for all of the past, whatever there was. [audio]
+    void settleOnNext() noexcept CINDER_REALTIME { startsFromFirst = true; }
 
     /// Makes the two each other's partner, and sets their former ones free; null for none.
     void setPartner(OversampledStage* newPartner);

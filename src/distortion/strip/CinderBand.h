@@ -72,6 +72,7 @@ public:
     }
     /// An inactive loop is no load; one that comes back starts empty. [audio]
     void setLoopActive(bool active) noexcept CINDER_REALTIME { feedbackDelay.setActive(active); }
+    bool isLoopActive() const noexcept CINDER_REALTIME { return feedbackDelay.isActive(); }
 
 private:
     CabinetProcessor cabinet;

@@ -64,7 +64,7 @@ public:
     void resetToNeutral() noexcept CINDER_REALTIME { setUp(neutralSetup); }
 
     /// Forgets what the converters hold, which a new factor has no use for. [audio]
-    void resetConverters() noexcept CINDER_REALTIME { clipper.reset(); }
+    void resetConverters() noexcept CINDER_REALTIME { clipper.settleOnNext(); }
 
     /// Lets this channel and another run as a pair; both have the same style from then on, and the
     /// same tone.
