@@ -1,6 +1,17 @@
 #include "midi/ControllerMapping.h"
 
+#include <string_view>
+
+#include "state/BinaryData.h"
+
 namespace cinder {
+
+namespace {
+
+constexpr std::string_view magic = "KNCM";
+constexpr std::int32_t version = 1;
+
+}  // namespace
 
 ControllerMapping::ControllerMapping() : changeEvent(addDeferredEvent()) {
     for (auto& entry : targets)
@@ -36,6 +47,25 @@ void ControllerMapping::assign(int controller, std::int32_t target) {
     const UpdateBracket bracket(*this);
     set(controllerOf(target), none);
     set(controller, target);
+}
+
+bool ControllerMapping::read(BinaryDataReader& reader) {
+    if (reader.readHeader() != magic) return false;
+    std::array<std::int32_t, numControllers> next{};
+    for (std::int32_t& target : next)
+        readValue(reader.getStream(), target);
+    if (!reader.isGood()) return false;
+    const UpdateBracket bracket(*this);
+    for (int number = 0; number < numControllers; ++number)
+        set(number, next[static_cast<std::size_t>(number)]);
+    return true;
+}
+
+bool ControllerMapping::write(BinaryDataWriter& writer) const {
+    writer.writeHeader(magic, version);
+    for (int number = 0; number < numControllers; ++number)
+        writeValue(writer.getStream(), targetOf(number));
+    return writer.isGood();
 }
 
 }  // namespace cinder

@@ -9,6 +9,9 @@
 
 namespace cinder {
 
+class BinaryDataReader;
+class BinaryDataWriter;
+
 /// Which parameter each MIDI controller moves: a parameter id per controller number, or none.
 /// State   the table. One thread writes and hears the change event; the audio thread may read while
 ///         a new table is copied in, and sees each entry either old or new
@@ -30,6 +33,16 @@ public:
     /// What MIDI learn does: gives a parameter its one controller, taking away the one it had. The
     /// controller `none` only takes away, the target `none` empties the controller's entry.
     void assign(int controller, std::int32_t target);
+
+    /// As in the file, and as the table crosses to the processor:
+    ///
+    ///     "KNCM"    version 1    128 x target, 4 bytes
+    ///
+    /// Any target is taken, also one that this product has no parameter for. The version is not
+    /// looked at.
+    /// Errors  false, and the table is as it was: another magic, or the section isn't whole
+    bool read(BinaryDataReader& reader);
+    bool write(BinaryDataWriter& writer) const;
 
     /// Fired once at the end of a bracket in which an entry has changed.
     NotifyEvent& changed() { return deferredEvent(changeEvent); }
