@@ -1,9 +1,8 @@
 #include "dsp/stages/LevelPanConverter.h"
 
-#include <algorithm>
-
 #include "core/simd/BlockMath.h"
 #include "dsp/stages/ControlBlock.h"
+#include "dsp/stages/ControlKernels.h"
 
 namespace cinder {
 
@@ -30,11 +29,10 @@ void LevelPanConverter::render(wave::BasicBlock<float>** blocks, int numSamples,
     }
     float* const left = blocks[0]->data();
     float* const right = blocks[1]->data();
-    for (int i = 0; i < numSamples; ++i) {
-        const float gain = l[i] * sign;
-        left[i] = gain - std::max(p[i], 0.0f) * gain;
-        right[i] = std::min(p[i], 0.0f) * gain + gain;
-    }
+    if (invert) simd::scale(l, sign, left, numSamples);
+    const float* const gain = invert ? left : l;
+    controlKernels->panToRight(gain, p, right, numSamples);
+    controlKernels->panToLeft(gain, p, left, numSamples);
 }
 
 }  // namespace cinder

@@ -1,32 +1,16 @@
 #include "dsp/stages/ValueConverters.h"
 
 #include <algorithm>
-#include <cmath>
 
-#include "core/Constants.h"
+#include "dsp/stages/ControlKernels.h"
 
 namespace cinder {
 
 namespace {
 
-constexpr float logOfDecibel = static_cast<float>(logPerDecibel);
-
-float decibels(float x) {
-    constexpr float floorDb = -180.0f;
-    constexpr float quietest = 1e-10f;  // below the floor, and no argument for a logarithm
-    const float magnitude = std::abs(x);
-    return magnitude > quietest ? std::max(20.0f * std::log10(magnitude), floorDb) : floorDb;
-}
-
-float gainOfDecibels(float db) {
-    return std::exp(db * logOfDecibel);
-}
-
-/// The two branches meet at -0.6 to a part in a million: 0.2^2 * 2.0794094 is -21.6 dB.
-float gainOfControl(float x) {
-    constexpr float parabolaEnd = 0.2f, parabolaScale = 2.0794094f, decibelsPerUnit = 36.0f;
-    const float v = (x + 1.0f) * 0.5f;
-    return v < parabolaEnd ? v * v * parabolaScale : gainOfDecibels(x * decibelsPerUnit);
+/// out = offset - in.
+void reflect(const float* in, float* out, int numSamples, float offset) {
+    std::transform(in, in + numSamples, out, [=](float x) { return offset - x; });
 }
 
 }  // namespace
@@ -41,20 +25,23 @@ void ValueConverter::process(wave::BasicBlock<float>* in, wave::BasicBlock<float
 
 void GainLevelConverter::convert(const float* in, float* out,
                                  int numSamples) noexcept CINDER_REALTIME {
-    std::transform(in, in + numSamples, out, gainOfControl);
+    controlKernels->gainsOfLevels(in, out, numSamples);
 }
 
 void DBConverter::convert(const float* in, float* out, int numSamples) noexcept CINDER_REALTIME {
-    const auto map = [&](auto f) { std::transform(in, in + numSamples, out, f); };
     switch (conversion) {
         case Conversion::ToDecibels:
-            return map(decibels);
+            return controlKernels->decibels(in, out, numSamples);
         case Conversion::ToGain:
-            return map(gainOfDecibels);
+            return controlKernels->gainsOfDecibels(in, out, numSamples);
         case Conversion::LossToDecibels:
-            return map([](float x) { return -decibels(1.0f - x); });
+            reflect(in, out, numSamples, 1.0f);
+            controlKernels->decibels(out, out, numSamples);
+            return reflect(out, out, numSamples, 0.0f);
         case Conversion::DecibelsToLoss:
-            return map([](float x) { return 1.0f - gainOfDecibels(-x); });
+            reflect(in, out, numSamples, 0.0f);
+            controlKernels->gainsOfDecibels(out, out, numSamples);
+            return reflect(out, out, numSamples, 1.0f);
     }
 }
 
