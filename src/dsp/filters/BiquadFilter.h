@@ -60,22 +60,24 @@ protected:
     virtual void computeCoefficients(int numSamples,
                                      BiquadProcessor& target) noexcept CINDER_REALTIME = 0;
 
-    /// For a filter whose controls move within the block. Every few samples asks
-    /// `isDue(position, finely)` whether the coefficients in force no longer do, by a coarse
-    /// measure, or at every 32nd sample by a fine one; then calls `design(position)`. In between
-    /// calls `schedule(count)` for the samples that the coefficients in force are for.
+    /// For a filter whose controls move within the block. Every few samples, if anything moves that
+    /// is looked at so often, asks `isDue(position, finely)` whether the coefficients in force no
+    /// longer do, by a coarse measure, or at every 32nd sample by a fine one; then calls
+    /// `design(position)`. In between calls `schedule(count)` for the samples that the coefficients
+    /// in force are for.
     template <class IsDue, class Design, class AppendRun>
-    static void followControls(int numSamples, IsDue isDue, Design design,
+    static void followControls(int numSamples, bool canMoveCoarsely, IsDue isDue, Design design,
                                AppendRun schedule) noexcept CINDER_REALTIME {
         constexpr int fineStep = 32;
+        const int step = canMoveCoarsely ? BiquadProcessor::scheduleStep : fineStep;
         int pending = 0;
-        for (int i = 0; i < numSamples; i += BiquadProcessor::scheduleStep) {
+        for (int i = 0; i < numSamples; i += step) {
             if (isDue(i, i % fineStep == 0)) {
                 if (pending > 0) schedule(pending);
                 pending = 0;
                 design(i);
             }
-            pending += std::min(BiquadProcessor::scheduleStep, numSamples - i);
+            pending += std::min(step, numSamples - i);
         }
         if (pending > 0) schedule(pending);
     }

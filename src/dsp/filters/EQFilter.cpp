@@ -85,7 +85,8 @@ void EQFilter::computeCoefficients(int numSamples,
         return finely ? needsDesign(now) : std::abs(now.log2Hz - designed.log2Hz) > coarseOctaves;
     };
     followControls(
-        numSamples, isDue, [&](int i) { design(settingsAt(i)); }, schedule);
+        numSamples, !frequency.isConstant(), isDue, [&](int i) { design(settingsAt(i)); },
+        schedule);
 }
 
 EQFilter::Standing EQFilter::standing(int numSamples) noexcept CINDER_REALTIME {
@@ -111,11 +112,13 @@ bool EQFilter::needsDesign(const Settings& now) const noexcept CINDER_REALTIME {
 }
 
 void EQFilter::design(const Settings& now) noexcept CINDER_REALTIME {
-    const float omega = angularFrequency(now.log2Hz, environment->getSampleRate());
+    if (now.log2Hz != designed.log2Hz) {
+        omega = angularFrequency(now.log2Hz, environment->getSampleRate());
+        tangent = static_cast<double>(bilinearTangent(omega));
+    }
     updatePrototype(now);
     designed = now;
     prototype.setFrequency(static_cast<double>(omega), 1.0 / static_cast<double>(omega));
-    const auto tangent = static_cast<double>(bilinearTangent(omega));
     for (int i = 0; i < prototype.getNumSections(); ++i)
         coefficients[i] = mapBilinear(prototype.getSection(i), tangent);
 }
@@ -132,9 +135,10 @@ void EQFilter::updatePrototype(const Settings& now) noexcept CINDER_REALTIME {
         gainDb = std::copysign(std::max(std::abs(gainDb), smallestDesignGainDb),
                                gainDb < 0.0f ? -1.0f : 1.0f);
     }
+    if (now.q != designed.q || designed.log2Hz == none.log2Hz)
+        prototypeQ = designQ(row.qLaw, static_cast<double>(now.q));
     prototype.design(shape, polesOf(slope, shape),
-                     std::exp(static_cast<double>(gainDb) * logPerDecibel),
-                     designQ(row.qLaw, static_cast<double>(now.q)));
+                     std::exp(static_cast<double>(gainDb) * logPerDecibel), prototypeQ);
 }
 
 }  // namespace cinder

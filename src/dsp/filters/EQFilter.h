@@ -57,6 +57,10 @@ private:
     void updatePrototype(const Settings& now) noexcept CINDER_REALTIME;
 
     Settings designed = none;
+    // Of the last design: what depends on the frequency alone, and on q alone.
+    float omega = 0.0f;
+    double tangent = 0.0;
+    double prototypeQ = 1.0;
     float wetFactor = 1.0f;
     AnalogFilterPrototype prototype;
     BiquadCoefficients coefficients[AnalogFilterPrototype::maxSections];

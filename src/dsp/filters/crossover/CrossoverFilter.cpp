@@ -57,7 +57,7 @@ void CrossoverFilter::computeCoefficients(int numSamples,
         return target.hold(coefficients, 1.0f);
     }
     followControls(
-        numSamples, isDue, [&](int i) { design(limited(log2Hz[i])); }, schedule);
+        numSamples, true, isDue, [&](int i) { design(limited(log2Hz[i])); }, schedule);
 }
 
 /// Finds the factors, which do not depend on the frequency.
