@@ -3,7 +3,9 @@
 #include <doctest/doctest.h>
 
 #include "core/NotifyEvent.h"
+#include "dsp/sr/IIRPhaseCompensator.h"
 #include "support/Rng.h"
+#include "wave/Input.h"
 
 namespace cinder {
 namespace {
@@ -65,6 +67,41 @@ TEST_CASE("CinderProcessor: at Mix 0 and without High Quality the input itself c
         }
         CHECK(outPower == doctest::Approx(inPower).epsilon(0.02));
         if (bands == 1) CHECK(differenceAt(0, in[0], out[0], settled) == 0.0f);
+    }
+}
+
+TEST_CASE("CinderProcessor: at Mix 0 with High Quality the input comes in the wet path's time") {
+    // Bit by bit what the converters of the band and of the clipper do to it, whatever the gains.
+    constexpr int numSamples = 12000, blockSize = 240;
+    const Channels in = noise(numSamples, 0.5f);
+    for (const float rate : {44100.0f, 96000.0f, 192000.0f}) {
+        INFO("rate " << rate);
+        const ProcessorRig rig(rate);
+        for (const auto& [name, text] : {std::pair{"High Quality", "On"},
+                                         {"Mix", "0"},
+                                         {"Input Gain", "12"},
+                                         {"Band 1 Level", "6"}})
+            rig.set(name, text);
+        const Channels out = rig.play(in);
+
+        wave::Environment clock;
+        clock.setSampleRate(rate);
+        sr::IIRConverterStyle distortion(&clock), clipper(&clock);
+        distortion.setFactor(8);
+        clipper.setFactor(4);
+        wave::Input input(&clock);
+        input.setBuffer(in[0].data(), numSamples);
+        sr::IIRPhaseCompensator first(&distortion), second(&clipper);
+        first.setInput(&input);
+        second.setInput(&first);
+        std::vector<float> expected;
+        for (int i = 0; i < numSamples; i += blockSize) {
+            clock.beginBlock();
+            const float* const block = second.pull(blockSize)->data();
+            expected.insert(expected.end(), block, block + blockSize);
+            clock.render(blockSize, 0);
+        }
+        CHECK(out[0] == expected);
     }
 }
 
@@ -142,8 +179,9 @@ TEST_CASE("CinderProcessor: mid/side works on the sum and the difference") {
     CHECK(peakOf(out[1], settled) > 0.01f);
 }
 
-TEST_CASE("CinderProcessor: linked stereo is two monos") {
-    const Channels in = noise(20000, 0.2f);
+TEST_CASE("CinderProcessor: linked stereo is two monos, and a wide layout is many") {
+    constexpr std::int32_t surround = 6;  // six channels, the first two of them linked
+    const Channels in = noise(20000, 0.2f, 6);
     for (const char* style : {"Warm Tube", "Lead Amp", "Old Tape"}) {
         const auto play = [&](std::int32_t layout, const Channels& signal) {
             const ProcessorRig rig(48000.0f, layout);
@@ -158,9 +196,14 @@ TEST_CASE("CinderProcessor: linked stereo is two monos") {
             rig.jump();
             return rig.play(signal);
         };
-        const Channels stereo = play(stereoLayout, in);
-        for (std::size_t c = 0; c < 2; ++c)
-            CHECK(differenceAt(0, play(monoLayout, {in[c]})[0], stereo[c], 0) < 1e-4f);
+        const Channels stereo = play(stereoLayout, {in[0], in[1]});
+        const Channels wide = play(surround, in);
+        REQUIRE(wide.size() == 6);
+        for (std::size_t c = 0; c < 6; ++c) {
+            const std::vector<float> mono = play(monoLayout, {in[c]})[0];
+            CHECK(differenceAt(0, mono, wide[c], 0) < 1e-4f);
+            if (c < 2) CHECK(differenceAt(0, mono, stereo[c], 0) < 1e-4f);
+        }
     }
 }
 

@@ -82,6 +82,45 @@ TEST_CASE("Modulation: a note starts an envelope at its sample, whatever the blo
     }
 }
 
+TEST_CASE("Modulation: what notes hold and let go, on any channel") {
+    ProcessorRig rig;
+    rig.set("Num Active EGs", "2");
+    rig.set("EG 1 Triggering", "MIDI");
+    rig.set("Num Active MIDI Sources", "1");
+    rig.set("MIDI Source 1 Input", "Velocity");
+    const Channels loud(2, std::vector<float>(4800, 0.9f));  // which opens the other envelope
+    const auto after = [&](std::uint8_t status, std::uint8_t number, std::uint8_t velocity) {
+        rig.processor->enqueueMidiEvent({status, number, velocity, 0}, 0);
+        rig.play(loud);
+        rig.play(loud);
+        const auto isOpen = [&](const char* source) {
+            return rig.processor->getSourceValue(sourceNamed(source)) > 0.5f;
+        };
+        return std::pair(isOpen("EG 1"), isOpen("EG 2"));
+    };
+    CHECK(after(0x95, 60, 127) == std::pair(true, true));
+    CHECK(rig.processor->getSourceValue(sourceNamed("MIDI 1")) == doctest::Approx(1.0f));
+    CHECK(after(0x90, 62, 100) == std::pair(true, true));
+    CHECK(after(0x85, 60, 0) == std::pair(true, true));    // one is still down
+    CHECK(after(0x90, 0, 100) == std::pair(false, true));  // note 0: none is, for those on MIDI
+    CHECK(after(0x90, 64, 100) == std::pair(true, true));
+    CHECK(after(0x80, 64, 0) == std::pair(false, false));  // the last one lets all of them go
+}
+
+TEST_CASE("Modulation: a snapped oscillator plays semitones, so its depth is a whole octave") {
+    ProcessorRig rig;
+    connect(rig, 1, "XLFO 1", "Band 1 Feedback Frequency");
+    const auto depth = [&](float snap) {
+        rig.parameter("XLFO 1 Snap").setValue(snap, 0);
+        rig.play(silence(64));
+        const ModulationMatrix& matrix = *rig.processor->getMatrix();
+        return matrix.getTarget(matrix.getSlot(0).levelTarget).scale;
+    };
+    CHECK(depth(0.0f) == 10.0f);
+    CHECK(depth(1.0f) == 1.0f);
+    CHECK(depth(0.0f) == 10.0f);
+}
+
 TEST_CASE("Modulation: an envelope starts from the level of the input or of the side chain") {
     for (const char* trigger : {"Normal Input", "Side Chain"}) {
         INFO(trigger);
