@@ -29,6 +29,16 @@ void readWords(std::istream& stream, T* words, std::size_t count) {
     std::fill(words + whole, words + count, T{});
 }
 
+/// Whether fewer bytes than `wanted` are left, as far as the stream can tell.
+bool endsBefore(std::istream& stream, std::streamoff wanted) {
+    std::streambuf& buffer = *stream.rdbuf();
+    const std::streamoff here = buffer.pubseekoff(0, std::ios::cur, std::ios::in);
+    if (here < 0) return false;
+    const std::streamoff end = buffer.pubseekoff(0, std::ios::end, std::ios::in);
+    buffer.pubseekpos(here, std::ios::in);
+    return end >= 0 && end - here < wanted;
+}
+
 template <typename T>
 void writeWord(std::ostream& stream, T value) {
     const std::uint32_t word = littleEndian(std::bit_cast<std::uint32_t>(value));
@@ -93,7 +103,12 @@ std::string BinaryDataReader::readString() {
     std::int32_t count = 0;
     readValue(stream, count);
     if (count < 1) return {};
-    // Piece by piece: the count may be a lie, and memory is only taken for what really comes.
+    if (endsBefore(stream, count)) {
+        stream.setstate(std::ios::failbit | std::ios::eofbit);
+        return {};
+    }
+    // Piece by piece, for a stream that could not tell: the count may be a lie, and memory is only
+    // taken for what really comes.
     constexpr std::size_t pieceLength = 4096;
     std::string text;
     for (auto left = static_cast<std::size_t>(count); left > 0 && isGood();) {
