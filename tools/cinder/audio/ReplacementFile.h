@@ -35,8 +35,6 @@ private:
     void inspectTarget();
     void createUnfinished();
     void inheritRights();
-    void syncFolder();
-    std::filesystem::path folder() const;
     void fail() noexcept;
 
     std::filesystem::path shownTarget;  // as the user named it, for messages
