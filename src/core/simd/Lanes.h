@@ -134,6 +134,18 @@ CINDER_LANES IntLanes<N> truncate(Lanes<N> a) {
     return {__builtin_convertvector(a.raw, typename IntLanes<N>::Raw)};
 }
 
+/// from[places], lane by lane.
+CINDER_LANES Wide gather(const float* from, IntLanes<wideLanes> places) {
+#if defined(CINDER_GATHERS)
+    return {gather(from, places.raw)};
+#else
+    float gathered[wideLanes];
+    for (int lane = 0; lane < wideLanes; ++lane)
+        gathered[lane] = from[places[lane]];
+    return Wide::load(gathered);
+#endif
+}
+
 template <int N>
 CINDER_LANES Lanes<N> abs(Lanes<N> a) {
     return fromBits(bitsOf(a) & 0x7fffffff);

@@ -76,6 +76,19 @@ CINDER_NATIVE_OPS(double, 16, vsqrtq_f64(a), vfmaq_f64(c, a, b))
 
 #undef CINDER_NATIVE_OPS
 
+/// from[places] on raw vectors, where the set has an instruction for it.
+#if defined(__AVX512F__)
+CINDER_LANES RawVector<float, 64>::Type gather(const float* from, RawVector<int, 64>::Type places) {
+    return _mm512_mask_i32gather_ps(__m512{}, 0xffff, (__m512i)places, from, sizeof(float));
+}
+#define CINDER_GATHERS 1
+#elif defined(__AVX2__)
+CINDER_LANES RawVector<float, 32>::Type gather(const float* from, RawVector<int, 32>::Type places) {
+    return _mm256_i32gather_ps(from, (__m256i)places, sizeof(float));
+}
+#define CINDER_GATHERS 1
+#endif
+
 #if defined(__AVX512F__)
 inline constexpr int registerBytes = 64;
 #elif defined(__AVX2__)

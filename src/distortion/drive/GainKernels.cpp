@@ -12,15 +12,9 @@ using namespace simd::CINDER_SIMD_SET;
 CINDER_LANES Wide lookup(const GainTable& table, Wide drive) {
     const Wide t = min(max(drive, Wide(0.0f)), Wide(1.0f)) * table.scale;
     const IntLanes<wideLanes> whole = truncate(t);
-    int places[wideLanes];
-    (whole & table.mask).store(places);
-    float below[wideLanes], above[wideLanes];
-    for (int k = 0; k < wideLanes; ++k) {
-        below[k] = table.values[places[k]];
-        above[k] = table.values[places[k] + 1];
-    }
-    const Wide from = Wide::load(below);
-    return from + (Wide::load(above) - from) * (t - toFloat(whole));
+    const auto places = whole & table.mask;
+    const Wide from = gather(table.values, places);
+    return from + (gather(table.values + 1, places) - from) * (t - toFloat(whole));
 }
 
 void applyTable(const GainTable& table, const float* drive, const float* in, float* out,
