@@ -18,6 +18,11 @@ void Input::render(BasicBlock<float>* block, int numSamples, unsigned) noexcept 
     simd::sanitise(next, block->data(), available);
     std::fill(block->data() + available, block->data() + numSamples, 0.0f);
     advance(available);
+
+    const bool isSilence = std::all_of(block->data(), block->data() + numSamples,
+                                       [](float sample) { return sample == 0.0f; });
+    if (isSilence) passOn(environment->getZeroBlock());
+    setConstant(isSilence);
 }
 
 }  // namespace cinder::wave

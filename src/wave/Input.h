@@ -8,6 +8,7 @@ namespace cinder::wave {
 /// which nobody pulled is passed over, so what is read next is again what sounds now.
 /// Range   whatever comes, finite and bounded samples go in (see simd::sanitise), so no filter
 ///         state can be poisoned
+///         A sub-block of nothing but 0 is the block of silence
 /// State   the place in the buffer; silence once the buffer is used up
 class Input : public Producer {
 public:

@@ -85,6 +85,11 @@ public:
     BasicBlock<float>* getOutput() const { return output; }
     std::uint32_t getStatus() const { return status; }
     bool isConstant() const { return (status & constantBlock) != 0; }
+    /// Whether the output is known to be all 0: by what the status says, or as the block of
+    /// silence, which keeps its name where a forwarder says nothing.
+    bool isSilent() const noexcept CINDER_REALTIME {
+        return output == environment->getZeroBlock() || (isConstant() && (*output)[0] == 0.0f);
+    }
     unsigned getRenderPriority() const { return renderPriority; }
     bool isActive() const { return active; }
     std::uint32_t getLastBlockId() const { return lastBlockId; }

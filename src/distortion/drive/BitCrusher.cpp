@@ -28,6 +28,10 @@ std::int32_t holdSamplesOf(float d, float longest) noexcept CINDER_REALTIME {
     return samples > 0.0f ? static_cast<std::int32_t>(std::min(samples, most)) : 0;
 }
 
+bool isAllZero(const float* samples, int count) noexcept CINDER_REALTIME {
+    return std::all_of(samples, samples + count, [](float sample) { return sample == 0.0f; });
+}
+
 }  // namespace
 
 /// What becomes of the samples that are taken at one drive.
@@ -71,6 +75,10 @@ void BitCrusher::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* o
         crushStanding(in->data(), out->data(), numSamples, crushingAt(limitedDrive(drives[0])));
     else
         crushMoving(in->data(), drives, out->data(), numSamples);
+    // What was held may outlast the sound.
+    const bool isSilence = input->isSilent() && isAllZero(out->data(), numSamples);
+    if (isSilence) passOn(environment->getZeroBlock());
+    setConstant(isSilence);
 }
 
 void BitCrusher::crushStanding(const float* in, float* out, int numSamples,

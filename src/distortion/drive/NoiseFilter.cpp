@@ -59,6 +59,12 @@ void NoiseFilter::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* 
                           unsigned) noexcept CINDER_REALTIME {
     const float* const levels = level.pull(numSamples)->data();
     const float* const gains = capacitor.pull(numSamples)->data();
+    const bool isSilence = input->isSilent() && capacitor.isConstant() && gains[0] <= lowestGain;
+    setConstant(isSilence);
+    if (isSilence) {
+        seed = noiseKernels->skip(seed, numSamples);
+        return passOn(environment->getZeroBlock());
+    }
     seed = noiseKernels->addNoise({in->data(), levels, gains, lowestGain}, out->data(), numSamples,
                                   seed);
 }

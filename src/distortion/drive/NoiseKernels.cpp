@@ -81,8 +81,18 @@ std::uint32_t addNoise(const NoiseInputs& in, float* out, int n, std::uint32_t s
     return seeds[rest];
 }
 
+/// By squaring: the numbers of samples have few bits.
+std::uint32_t skip(std::uint32_t seed, int n) noexcept {
+    Steps step = perSample;
+    for (; n > 0; n >>= 1) {
+        if (n & 1) seed = step(seed);
+        step = step.then(step);
+    }
+    return seed;
+}
+
 }  // namespace
 
-constinit const NoiseKernels noiseKernels = {addNoise};
+constinit const NoiseKernels noiseKernels = {addNoise, skip};
 
 }  // namespace cinder::CINDER_SIMD_SET

@@ -18,6 +18,8 @@ struct NoiseKernels {
     /// seed behind the 2 n numbers it has used.
     std::uint32_t (*addNoise)(const NoiseInputs& in, float* out, int n,
                               std::uint32_t seed) noexcept;
+    /// The seed behind the 2 n numbers of n samples that got no noise.
+    std::uint32_t (*skip)(std::uint32_t seed, int n) noexcept;
 };
 
 CINDER_KERNELS(NoiseKernels, noiseKernels)

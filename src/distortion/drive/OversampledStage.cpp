@@ -59,9 +59,41 @@ bool OversampledStage::runsAsPair() const noexcept CINDER_REALTIME {
            partner->getLastBlockId() != environment->getBlockId();
 }
 
+/// Lets the controls go on, as a block would.
+bool OversampledStage::restsInSilence(int numSamples) noexcept CINDER_REALTIME {
+    if (!input->isSilent()) return false;
+    const bool isConverting = converterStyle && converterStyle->getFactor() >= 2;
+    if (isConverting && !startsFromFirst &&
+        !(converters->interpolator.isAtRest() && converters->decimator.isAtRest()))
+        return false;
+    float zero = 0.0f;
+    shape(&zero, 1);
+    if (zero != 0.0f) return false;
+    enter(environment->getZeroBlock()->data(), ownBlock->data(), numSamples);
+    return true;
+}
+
+void OversampledStage::rest() noexcept CINDER_REALTIME {
+    if (converterStyle && converterStyle->getFactor() >= 2) {
+        converters->interpolator.reset();
+        converters->decimator.reset();
+        hasPast = true;
+        startsFromFirst = false;
+    }
+    passOn(environment->getZeroBlock());
+    setConstant(true);
+}
+
 void OversampledStage::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out,
                                int numSamples, unsigned) noexcept CINDER_REALTIME {
     const int factor = converterStyle ? converterStyle->getFactor() : 1;
+    const bool isPair = factor >= 2 && runsAsPair();
+    wave::BasicBlock<float>* const otherIn = isPair ? partner->input->pull(numSamples) : nullptr;
+    if (restsInSilence(numSamples) && (!isPair || partner->restsInSilence(numSamples))) {
+        if (isPair) partner->rest();
+        return rest();
+    }
+    setConstant(false);
     if (factor < 2) {
         enter(in->data(), out->data(), numSamples);
         shape(out->data(), numSamples);
@@ -76,9 +108,8 @@ void OversampledStage::process(wave::BasicBlock<float>* in, wave::BasicBlock<flo
         float* raised;
     };
     Side sides[2] = {{this, in, out->data(), converters->oversampledBlock.data()}, {}};
-    const bool isPair = runsAsPair();
     if (isPair)
-        sides[1] = {partner, partner->input->pull(numSamples), partner->ownBlock->data(),
+        sides[1] = {partner, otherIn, partner->ownBlock->data(),
                     partner->converters->oversampledBlock.data()};
     const std::span<const Side> running(sides, isPair ? 2 : 1);
 
@@ -97,7 +128,9 @@ void OversampledStage::process(wave::BasicBlock<float>* in, wave::BasicBlock<flo
     sr::IIRDecimator::processGroup({down, running.size()}, numSamples);
     for (const Side& side : running)
         side.stage->leave(side.out, numSamples);
-    if (isPair) partner->passOn(partner->ownBlock.get());
+    if (!isPair) return;
+    partner->passOn(partner->ownBlock.get());
+    partner->setConstant(false);
 }
 
 }  // namespace cinder

@@ -14,7 +14,8 @@ namespace cinder {
 /// Shape   one channel. The stages of two channels that are partners and linked go through the
 ///         converters together, which costs what one costs: the one pulled first in a cycle pulls
 ///         the other's input as well, and the other's output is ready when it is pulled. At factor
-///         1 there is nothing to share, and each runs by itself
+///         1 there is nothing to share, and each runs by itself. Silence is handed on once the
+///         converters have rung out, if the curve leaves it at 0
 /// State   that of the converters; linked or not, the bits are the same. One whose partner alone is
 ///         pulled goes on through the blocks nobody pulls it for
 /// Errors  none
@@ -62,6 +63,8 @@ private:
 
     void setLink(bool isLinked) noexcept CINDER_REALTIME;
     bool runsAsPair() const noexcept CINDER_REALTIME;
+    bool restsInSilence(int numSamples) noexcept CINDER_REALTIME;
+    void rest() noexcept CINDER_REALTIME;
     void settle(float first) noexcept CINDER_REALTIME;
 
     sr::IIRConverterStyle* converterStyle;  // not owned, may be null

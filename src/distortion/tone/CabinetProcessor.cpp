@@ -52,6 +52,12 @@ void CabinetProcessor::MultiDelay::process(wave::BasicBlock<float>* in,
     if (position != expectedPosition) delay.clear();
     expectedPosition = position + static_cast<std::uint64_t>(numSamples);
 
+    const int longest = samplesOf(longestTapMs);
+    if (silentSamples >= longest && input->isSilent()) {
+        setConstant(true);
+        return passOn(in);
+    }
+    silentSamples = input->isSilent() ? std::min(silentSamples, longest) + numSamples : 0;
     delay.write(in->data(), numSamples);
     std::copy_n(in->data(), numSamples, out->data());
     for (int i = 0; i < count; ++i) {

@@ -22,7 +22,8 @@ public:
     static constexpr int maxFilters = 6;
 
     /// Adds echoes of the input to it: y[n] = x[n] + sum of gain_i * x[n - delay_i].
-    /// Shape   one channel; without taps it hands its input on
+    /// Shape   one channel; without taps it hands its input on, likewise silence once the taps have
+    ///         nothing else either
     /// Range   up to 6 taps of up to 10 ms, cut to whole samples
     /// State   the last 10 ms; forgotten by reset(), when taps are installed, and where the time
     ///         line jumps. Same result for any cut of the block
@@ -52,6 +53,7 @@ public:
         wave::Delay delay;  // all taps read the same past
         wave::BasicBlock<float> scratch;
         std::uint64_t expectedPosition = 0;
+        int silentSamples = 0;  // written last; more than the longest tap says no more
     };
 
     explicit CabinetProcessor(wave::Environment* environment);

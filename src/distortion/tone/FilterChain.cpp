@@ -29,7 +29,10 @@ void FilterChain::addFilter(const FilterRow& row) noexcept CINDER_REALTIME {
 
 void FilterChain::render(wave::BasicBlock<float>*, int numSamples,
                          unsigned) noexcept CINDER_REALTIME {
-    if (count == 0) return handOn(input->pull(numSamples), input->isConstant());
+    if (count == 0) {
+        wave::BasicBlock<float>* const in = input->pull(numSamples);
+        return handOn(in, input->isConstant());
+    }
     if (renderAsRow(numSamples)) return;
     wave::Producer& last = (*this)[count - 1];
     wave::BasicBlock<float>* const block = last.pull(numSamples);
@@ -56,10 +59,24 @@ bool FilterChain::collectSteps(int numSamples) noexcept CINDER_REALTIME {
     return true;
 }
 
+/// Whether silence comes in, and nothing is left in the filters that could be heard.
+bool FilterChain::restsInSilence() const noexcept CINDER_REALTIME {
+    if (!input->isSilent() || !linked->input->isSilent()) return false;
+    return std::all_of(steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>(numSteps),
+                       [](const BiquadStep& step) {
+                           return isAtRest(*step.states[0]) && isAtRest(*step.states[1]);
+                       });
+}
+
 bool FilterChain::renderAsRow(int numSamples) noexcept CINDER_REALTIME {
     if (!linked || linked->count != count || !collectSteps(numSamples)) return false;
     const wave::BasicBlock<float>* const in[] = {input->pull(numSamples),
                                                  linked->input->pull(numSamples)};
+    if (restsInSilence()) {
+        for (; numSteps > 0; --numSteps)
+            for (BiquadState* state : steps[numSteps - 1].states)
+                *state = {};
+    }
     if (numSteps > 0) {
         const BiquadLane lanes[] = {{in[0]->data(), ownBlock->data(), nullptr},
                                     {in[1]->data(), linked->ownBlock->data(), nullptr}};
@@ -72,7 +89,7 @@ bool FilterChain::renderAsRow(int numSamples) noexcept CINDER_REALTIME {
     for (FilterChain* side : {this, linked}) {
         const bool isDry = numSteps == 0;
         side->handOn(isDry ? side->input->getOutput() : side->ownBlock.get(),
-                     isDry && side->input->isConstant());
+                     isDry && (side->input->isConstant() || side->input->isSilent()));
     }
     return true;
 }

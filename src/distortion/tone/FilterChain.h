@@ -36,6 +36,7 @@ public:
 
 private:
     bool collectSteps(int numSamples) noexcept CINDER_REALTIME;
+    bool restsInSilence() const noexcept CINDER_REALTIME;
     bool renderAsRow(int numSamples) noexcept CINDER_REALTIME;
     void handOn(wave::BasicBlock<float>* block, bool isConstant) noexcept CINDER_REALTIME;
 

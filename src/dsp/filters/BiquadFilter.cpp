@@ -58,6 +58,11 @@ void BiquadFilter::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>*
         return finish(false, in, out);
     }
     computeCoefficients(numSamples, processor);
+    if (const int count = processor.getNumSections();
+        input->isSilent() && processor.restsAtZero(count)) {
+        processor.rest(count, numSamples);
+        return finish(false, in, out);
+    }
     const BiquadProcessor::Channel channel = {&processor, in->data(), out->data()};
     finish(BiquadProcessor::process({&channel, 1}, true, numSamples), in, out);
 }
@@ -70,6 +75,10 @@ void BiquadFilter::processPair(wave::BasicBlock<float>* in, wave::BasicBlock<flo
     wave::BasicBlock<float>* const otherOut = other.ownBlock.get();
     computeCoefficients(numSamples, processor);
     if (!isShared) other.computeCoefficients(numSamples, other.processor);
+    if (restsWithPartner(numSamples)) {
+        finish(false, in, out);
+        return other.finish(false, otherIn, otherOut);
+    }
 
     using Channel = BiquadProcessor::Channel;
     const Channel channels[] = {{&processor, in->data(), out->data()},
@@ -85,10 +94,20 @@ void BiquadFilter::processPair(wave::BasicBlock<float>* in, wave::BasicBlock<flo
     }
 }
 
+bool BiquadFilter::restsWithPartner(int numSamples) noexcept CINDER_REALTIME {
+    if (!input->isSilent() || !partner->input->isSilent()) return false;
+    const int count = processor.getNumSections();
+    const int other = linkMode == LinkMode::Shared ? count : partner->processor.getNumSections();
+    if (!processor.restsAtZero(count) || !partner->processor.restsAtZero(other)) return false;
+    processor.rest(count, numSamples);
+    partner->processor.rest(other, numSamples);
+    return true;
+}
+
 void BiquadFilter::finish(bool wasFiltered, wave::BasicBlock<float>* in,
                           wave::BasicBlock<float>* out) noexcept CINDER_REALTIME {
     passOn(wasFiltered ? out : in);
-    setConstant(!wasFiltered && input->isConstant());
+    setConstant(!wasFiltered && (input->isConstant() || input->isSilent()));
 }
 
 void BiquadFilter::reviewLink() noexcept CINDER_REALTIME {

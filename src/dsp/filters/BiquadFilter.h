@@ -9,7 +9,8 @@ namespace cinder {
 
 /// A filter of second-order sections that can be switched off and on, and run in pairs. A derived
 /// class says what the coefficients are, and hands on the property changes that are not its own.
-/// Shape   one channel. Switched off it hands its input on and costs nothing. The filters of two
+/// Shape   one channel. Switched off, or in silence once it has rung out, it hands its input on and
+/// costs nothing. The filters of two
 ///         channels that are partners and linked run as two lanes: the one pulled first in a cycle
 ///         pulls the other's input as well, and the other's output is ready when it is pulled
 /// State   that of its processor; a filter that has missed a block restarts softly
@@ -93,6 +94,7 @@ private:
     bool runsAsPair(int numSamples) noexcept CINDER_REALTIME;
     void processPair(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out,
                      int numSamples) noexcept CINDER_REALTIME;
+    bool restsWithPartner(int numSamples) noexcept CINDER_REALTIME;
     void finish(bool wasFiltered, wave::BasicBlock<float>* in,
                 wave::BasicBlock<float>* out) noexcept CINDER_REALTIME;
 

@@ -90,6 +90,20 @@ void BiquadProcessor::skipBlock(int numSamples) noexcept CINDER_REALTIME {
     restartSoftly();
 }
 
+bool BiquadProcessor::restsAtZero(int numSections) const noexcept CINDER_REALTIME {
+    return restart != Restart::None ||
+           std::all_of(states.begin(), states.begin() + numSections, isAtRest);
+}
+
+void BiquadProcessor::rest(int numSections, int numSamples) noexcept CINDER_REALTIME {
+    std::fill_n(states.begin(), numSections, BiquadState{});
+    restart = Restart::None;
+    advanceRamp(static_cast<std::uint64_t>(numSamples));
+    held = nullptr;
+    coefficients.clear();
+    wetFactors.clear();
+}
+
 void BiquadProcessor::missSamples(std::uint64_t numSamples) noexcept CINDER_REALTIME {
     advanceRamp(numSamples);
     restartSoftly();

@@ -13,6 +13,13 @@
 
 namespace cinder {
 
+/// Whether all of a section's past is less than -600 dBFS.
+inline bool isAtRest(const BiquadState& state) noexcept CINDER_REALTIME {
+    constexpr double nothing = 1e-30;
+    return std::abs(state.x1) <= nothing && std::abs(state.x2) <= nothing &&
+           std::abs(state.y1) <= nothing && std::abs(state.y2) <= nothing;
+}
+
 /// A cascade of second-order sections in direct form 1, in double precision, faded over the dry
 /// signal by a wet factor of the design and a mix of its own:
 ///   out = dry + (wet - dry) * wetFactor * mix
@@ -70,6 +77,10 @@ public:
                         int numSamples) noexcept CINDER_REALTIME;
     /// The input has been handed on in place of a block. [audio]
     void skipBlock(int numSamples) noexcept CINDER_REALTIME;
+    /// Whether silence in is silence out: nothing is left of the past that could be heard. [audio]
+    bool restsAtZero(int numSections) const noexcept CINDER_REALTIME;
+    /// In place of a block of silence, with a schedule or without. [audio]
+    void rest(int numSections, int numSamples) noexcept CINDER_REALTIME;
     /// Time has gone by without a block. [audio]
     void missSamples(std::uint64_t numSamples) noexcept CINDER_REALTIME;
 

@@ -26,4 +26,8 @@ void IIRConverter::settle(float value) noexcept CINDER_REALTIME {
     std::fill_n(state.data(), state.size(), value);
 }
 
+bool IIRConverter::isAtRest() const noexcept CINDER_REALTIME {
+    return std::all_of(state.data(), state.data() + state.size(), isNothing);
+}
+
 }  // namespace cinder::sr

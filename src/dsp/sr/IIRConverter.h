@@ -20,9 +20,16 @@ public:
     /// Goes on as if `value` had come in for ever. [audio]
     virtual void settle(float value) noexcept CINDER_REALTIME;
 
+    /// Whether silence in is silence out: nothing of the past is above -600 dBFS. [audio]
+    virtual bool isAtRest() const noexcept CINDER_REALTIME;
+
     IIRConverterStyle* getStyle() const { return style; }
 
 protected:
+    static bool isNothing(float value) noexcept CINDER_REALTIME {
+        return value >= -1e-30f && value <= 1e-30f;
+    }
+
     /// A block's way through a converter of one direction.
     template <class Converter>
     struct JobOf {

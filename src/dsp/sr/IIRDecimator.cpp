@@ -18,6 +18,10 @@ void IIRDecimator::reset() noexcept CINDER_REALTIME {
     std::ranges::fill(lastInputs, 0.0f);
 }
 
+bool IIRDecimator::isAtRest() const noexcept CINDER_REALTIME {
+    return IIRConverter::isAtRest() && std::ranges::all_of(lastInputs, isNothing);
+}
+
 /// Either branch has half of what comes in.
 void IIRDecimator::settle(float value) noexcept CINDER_REALTIME {
     IIRConverter::settle(0.5f * value);

@@ -18,6 +18,7 @@ public:
     bool process(const float* input, float* output, int count) noexcept CINDER_REALTIME override;
     void reset() noexcept CINDER_REALTIME override;
     void settle(float value) noexcept CINDER_REALTIME override;
+    bool isAtRest() const noexcept CINDER_REALTIME override;
 
     /// Converts the channels of several decimators of one style, as IIRInterpolator's does. [audio]
     static bool processGroup(std::span<const Job> jobs, int count) noexcept CINDER_REALTIME;

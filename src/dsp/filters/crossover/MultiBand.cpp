@@ -210,7 +210,8 @@ void MultiBand::handOnBand(int band, wave::BasicBlock<float>*& block,
     block = pullBand(tree, band, numSamples);
     // A forwarder does not tell what its input says.
     const bool isInput = band == 0 && tree.bandCount == 1;
-    setOutputConstant(band, isInput ? input.getInput()->isConstant() : band >= tree.bandCount);
+    setOutputConstant(
+        band, (isInput && input.getInput()->isConstant()) || block == environment->getZeroBlock());
 }
 
 /// old + (new - old) * g, with a g of 0 for the first sample of the fade and 1 behind the last.

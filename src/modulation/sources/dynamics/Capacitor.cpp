@@ -59,12 +59,12 @@ void Capacitor::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* ou
     }
     if (resetPending) beginAnew();
     const Controls controls = pullControls(numSamples);
+    setConstant(false);
     if (controls.arePlain)
         smoothPlainly(in->data(), out->data(), numSamples, controls);
     else
         smooth(in->data(), out->data(), numSamples, controls);
     if (!std::isfinite(state)) state = 0.0;
-    setConstant(false);
 }
 
 /// Compares bit patterns, which magnitudes of floats allow: a loop that compilers turn into
@@ -120,13 +120,20 @@ void Capacitor::smoothPlainly(const float* in, float* out, int numSamples,
     // One step waits for the one before, so lanes gain nothing, and choosing without a branch would
     // only lengthen the chain: sounds change direction rarely enough to be foreseen.
     double level = state;
+    const auto next = [=](double from, float to) {
+        const double d = static_cast<double>(to) - from;
+        return from + d * (d <= fallingFrom ? down : up);
+    };
+    falling = false;
+    if (input->isConstant() && next(level, in[0]) == level) {
+        std::fill_n(out, numSamples, static_cast<float>(level));
+        return setConstant(true);
+    }
     for (int i = 0; i < numSamples; ++i) {
-        const double d = static_cast<double>(in[i]) - level;
-        level += d * (d <= fallingFrom ? down : up);
+        level = next(level, in[i]);
         out[i] = static_cast<float>(level);
     }
     state = level;
-    falling = false;
 }
 
 void Capacitor::smooth(const float* in, float* out, int numSamples,

@@ -56,12 +56,17 @@ void PeakHold::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out
     const float* const holdMs = hold.pull(numSamples)->data();
     dynamicsKernels->magnitudes(in->data(), out->data(), numSamples);
     delay.write(out->data(), numSamples);
+    const bool wasSilent = silentSamples >= longestWindow;
+    const bool isSilent = input->isSilent();
+    silentSamples = isSilent ? std::min(silentSamples, longestWindow) + numSamples : 0;
+    setConstant(wasSilent && isSilent);
     if (!hold.isConstant()) {
         holdThroughMovingWindow(holdMs, out->data(), numSamples);
         return;
     }
     peaksAreCurrent = false;
     const int window = windowOf(holdMs[0]);
+    if (isConstant()) return passOn(environment->getZeroBlock());
     if (window == 0) return;
     delay.read(0, history.data(), window + numSamples);
     dynamicsKernels->slidingMaximum(history.data(), window, out->data(), numSamples);

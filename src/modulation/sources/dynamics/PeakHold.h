@@ -54,6 +54,7 @@ private:
     }
 
     std::int32_t longestWindow = -1;
+    std::int32_t silentSamples = 0;      // written last; beyond the longest window it says no more
     wave::Delay delay;                   // magnitudes
     wave::AlignedBuffer<float> history;  // the longest window and the block, in one piece
 
