@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
 #include <filesystem>
 #include <iomanip>
 #include <iostream>
@@ -27,13 +28,14 @@ namespace {
 constexpr int longestBlock = 65536;
 constexpr int mostFrames = 1000000000;
 constexpr double mostSeconds = 60.0;
+constexpr int highestSeed = 1000000;
 
 /// As typed.
 struct BenchOptions {
     std::string filter;
     std::string seconds = "0.2";
     std::string block = "512";
-    std::string row, frames;
+    std::string row, frames, automate;
     bool json = false;
     bool list = false;
 };
@@ -93,10 +95,14 @@ void printJson(const std::vector<BenchRow>& rows, int blockSize, double seconds)
 }
 
 /// One row and nothing else.
-void playFrames(const std::string& name, int numFrames, int blockSize) {
+void playFrames(const std::string& name, int numFrames, int blockSize, const std::string& seed) {
     for (const BenchRow& row : benchRows()) {
         if (!isSameName(row.name, name)) continue;
         ProductRun run(row, blockSize);
+        run.settle();
+        if (!seed.empty())
+            run.automate(
+                static_cast<std::uint32_t>(parseWhole("--automate", seed, 1, highestSeed)));
         for (int played = 0; played < numFrames; played += blockSize)
             run.playBlock();
         return;
@@ -111,7 +117,8 @@ void runBench(const BenchOptions& options) {
         throw UsageError("--row and --frames go together");
     if (!options.row.empty())
         return playFrames(options.row, parseWhole("--frames", options.frames, 1, mostFrames),
-                          blockSize);
+                          blockSize, options.automate);
+    if (!options.automate.empty()) throw UsageError("--automate goes with --row");
     const double seconds = parseSeconds(options.seconds);
     const std::vector<BenchRow> rows = chosenRows(options.filter);
     if (options.list)
@@ -161,6 +168,9 @@ void addBenchCommand(CLI::App& program) {
     command->add_option("--row", options->row, "Play this row and print nothing")
         ->type_name("NAME");
     command->add_option("--frames", options->frames, "How long to play it")->type_name("N");
+    command
+        ->add_option("--automate", options->automate, "With --row: random values before each block")
+        ->type_name("SEED");
     command->footer(footer);
     command->callback([options] { runBench(*options); });
 }

@@ -9,7 +9,9 @@ namespace cinder {
 namespace {
 
 constexpr std::uint32_t seed = 1;
-constexpr double settleSeconds = 0.5;
+constexpr double secondsOfMusic = 0.5;
+constexpr double secondsOfSilence = 8.0;  // noise falls slowly, and what is left is exact
+constexpr int settingsPerBlock = 8;
 constexpr int numMusicBlocks = 64;
 
 constexpr double twoPi = 6.283185307179586;
@@ -36,7 +38,9 @@ std::vector<float> makeMusic(int numSamples, int channel) {
 }  // namespace
 
 ProductRun::ProductRun(const BenchRow& row, int blockSize)
-    : blockSize(blockSize), processor(stereoLayout, seed) {
+    : blockSize(blockSize),
+      settleSeconds(row.signal == BenchRow::Signal::Silence ? secondsOfSilence : secondsOfMusic),
+      processor(stereoLayout, seed) {
     processor.getEnvironment()->setSampleRate(sampleRate);
     for (const BenchRow::Setting& setting : row.settings)
         apply(setting);
@@ -69,7 +73,20 @@ void ProductRun::settle() {
         playBlock();
 }
 
+/// All but the quality, which changes what a block costs for good.
+void ProductRun::setRandomly() {
+    for (int i = 0; i < settingsPerBlock; ++i) {
+        const auto id =
+            static_cast<int>((*random)() % static_cast<unsigned>(processor.parameterCount()));
+        AbstractPluginParameter& parameter = *processor.parameter(id);
+        const float place = static_cast<float>((*random)() % 1024u) / 1023.0f;
+        if (parameter.getName() != "High Quality")
+            parameter.setValue(parameter.denormalize(place), 0);
+    }
+}
+
 void ProductRun::playBlock() {
+    if (random) setRandomly();
     if (position + heard[0].size() > music[0].size()) position = 0;
     const float* const in[numChannels] = {music[0].data() + position, music[1].data() + position};
     float* const out[numChannels] = {heard[0].data(), heard[1].data()};

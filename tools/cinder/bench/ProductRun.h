@@ -4,6 +4,9 @@
 #include "processor/CinderProcessor.h"
 
 #include <array>
+#include <cstdint>
+#include <optional>
+#include <random>
 #include <vector>
 
 namespace cinder {
@@ -17,8 +20,10 @@ public:
 
     ProductRun(const BenchRow& row, int blockSize);
 
-    /// Until ramps, fades and the first notes of the music are over.
+    /// Until ramps, fades and the first notes of the music are over, or the silence is.
     void settle();
+    /// Before each block from here on, gives random values to some of the parameters.
+    void automate(std::uint32_t randomSeed) { random.emplace(randomSeed); }
     void playBlock();
     int getBlockSize() const { return blockSize; }
 
@@ -26,10 +31,14 @@ private:
     void apply(const BenchRow::Setting& setting);
 
     static constexpr int numChannels = 2;
+    void setRandomly();
+
     const int blockSize;
+    const double settleSeconds;
     CinderProcessor processor;
     std::array<std::vector<float>, numChannels> music, heard;
     std::size_t position = 0;
+    std::optional<std::minstd_rand> random;
 };
 
 }  // namespace cinder
