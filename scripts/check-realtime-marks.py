@@ -12,7 +12,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ["src", "tools/cinder/shaper"]
+FOLDERS = ["src"]
 NAMES = ["render", "process", "processBlock", "reset", "pull", "produce"]
 
 # File pattern, function, and why it never runs on the audio thread.

@@ -48,6 +48,15 @@ int parseWhole(std::string_view option, std::string_view text, int minimum, int 
                      quoted(std::filesystem::path(text)));
 }
 
+double parseWithin(std::string_view option, std::string_view text, double minimum, double maximum) {
+    const auto value = parseNumber(text);
+    if (value && *value >= minimum && *value <= maximum) return *value;
+    throw UsageError(std::string(option) + " takes a number from " +
+                     numberText(static_cast<float>(minimum)) + " to " +
+                     numberText(static_cast<float>(maximum)) + ", not " +
+                     quoted(std::filesystem::path(text)));
+}
+
 std::string numberText(float value) {
     char text[32];
     const auto [end, error] = std::to_chars(text, text + sizeof text, value);

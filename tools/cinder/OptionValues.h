@@ -13,6 +13,9 @@ std::optional<double> parseNumber(std::string_view text);
 /// option and its range.
 int parseWhole(std::string_view option, std::string_view text, int minimum, int maximum);
 
+/// The whole of `text` as a number in `minimum`..`maximum`, else a UsageError as above.
+double parseWithin(std::string_view option, std::string_view text, double minimum, double maximum);
+
 /// The shortest text that reads back as the same number.
 std::string numberText(float value);
 

@@ -44,15 +44,6 @@ struct PlotOptions {
     int sampleRate() const { return parseWhole("--rate", rate, lowestRate, highestRate); }
 };
 
-double parseWithin(const char* option, const std::string& text, double minimum, double maximum) {
-    const auto value = parseNumber(text);
-    if (value && *value >= minimum && *value <= maximum) return *value;
-    throw UsageError(std::string(option) + " takes a number from " +
-                     numberText(static_cast<float>(minimum)) + " to " +
-                     numberText(static_cast<float>(maximum)) + ", not " +
-                     quoted(std::filesystem::path(text)));
-}
-
 std::vector<double> parseList(const char* option, const std::string& text, double minimum,
                               double maximum, std::size_t most) {
     std::vector<double> values;

@@ -69,13 +69,7 @@ std::optional<float> parseFloat(const std::string& text) {
 void printValue(const Question& question) {
     const StandaloneParameters tree;
     const AbstractPluginParameter& parameter = findParameter(tree, question.name);
-    float value = 0.0f;
-    if (!parameter.parseText(question.text, value))
-        throw UsageError("\"" + question.text + "\" is no value of " + parameter.getName() +
-                         "; its default reads \"" + parameter.text(parameter.defaultValue()) +
-                         "\"");
-    // A note may lie out of range; what is stored does not.
-    print(numberText(std::clamp(value, parameter.minimum(), parameter.maximum())) + '\n');
+    print(numberText(valueOf(parameter, question.text)) + '\n');
 }
 
 void printText(const Question& question) {

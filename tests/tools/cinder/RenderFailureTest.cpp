@@ -104,36 +104,17 @@ TEST_CASE("render: a wrong command is one clear line and status 2") {
     } wrongValues[] = {
         {"--block", {"0", "-5", "65537", "99999999999999999999", "512x", ""}, "from 1 to 65536"},
         {"--rate", {"7999", "384001", "44.1e3", ""}, "from 8000 to 384000"},
-        {"--set", {"Drive", "", "=12"}, "NAME=VALUE"},
-        {"--set", {"Dive=12"}, "Drive, Curve, Oversampling, Level, Bypass"},
-        {"--set", {"Drive=", "Drive=48.01", "Drive=-1", "Drive=nan", "Drive=1e999"}, "0 to 48 dB"},
-        {"--set", {"Drive=12=13"}, "0 to 48 dB"},
-        {"--set", {"Oversampling=3"}, "1, 2, 4, 8"},
-        {"--set", {"Bypass=yes"}, "0, 1"},
-        {"--set", {"Curve=folk"}, "soft fold"},
-        {"--bands", {"0", "7", "2.5", ""}, "from 1 to 6"},
-        {"--crossover", {"39", "18001", "x", "", "200,,900", "200,"}, "40 to 18000 Hz"},
-        {"--crossover", {"900,200", "200,200"}, "crossovers ascend"},
-        {"--crossover", {"100,200,300,400,500,600"}, "5 frequencies for 6 bands, not 6"},
-        {"--style", {"warm tub", "16", "-1", "1.5", "", "1,"}, "Clean Tube, Warm Tube"},
-        {"--style", {"1,2,3,4,5,6,7"}, "one for each of the 6, not 7"},
-        {"--drive", {"-1", "100.1", "70dB", "nan", "", "1,,2"}, "0 to 100 %"},
+        {"--set", {"Drive", "", "=12", " = 1"}, "NAME=VALUE"},
+        {"--set", {"Drive=12"}, "did you mean Band 1 Drive"},
+        {"--set", {"899=1", "-1=1", "Miks=3"}, "there is no parameter"},
+        {"--set", {"Mix=", "Mix=nan", "Mix=loud", "Mix=3 Hz"}, "is no value of Mix"},
+        {"--set", {"Band 1 Style=warm tub"}, "is no value of Band 1 Style"},
+        {"--tempo", {"0", "1000", "nan", "fast"}, "from 1 to 999"},
+        {"--tail", {"-1", "3601", "1s", ""}, "from 0 to 3600"},
     };
     for (const auto& [option, values, says] : wrongValues)
         for (const std::string& value : values)
             cases.push_back({{"render", in, out, option, value}, says});
-    const std::pair<Names, const char*> clashes[] = {
-        {{"--bands", "3", "--crossover", "300"}, "2 frequencies for 3 bands, not 1"},
-        {{"--bands", "1", "--crossover", "300"}, "0 frequencies for 1 band, not 1"},
-        {{"--bands", "3", "--style", "1,2"}, "one for each of the 3, not 2"},
-        {{"--style", "1,2,3", "--drive", "5,6"}, "one for each of the 3, not 2"},
-        {{"--drive", "5", "--set", "Curve=none"}, "Crossover 1"},
-        {{"--bands", "3", "--set", "Crossover 1=2400"}, "2400 Hz can't stand before 2300 Hz"},
-    };
-    for (const auto& [options, says] : clashes) {
-        cases.push_back({{"render", in, out}, says});
-        cases.back().first.insert(cases.back().first.end(), options.begin(), options.end());
-    }
     for (const auto& [arguments, says] : cases) {
         INFO("last argument " << (arguments.empty() ? "none" : arguments.back()));
         checkRefusal(Program::run(arguments), 2, says);
@@ -192,6 +173,48 @@ TEST_CASE("render: what cannot be read or written is one clear line, and what wa
         CHECK(bytesOf(folder / "old.wav") == oldContent);
         CHECK(bytesOf(folder / "protected.wav") == oldContent);
     }
+}
+
+TEST_CASE("render: what is wrong with a file of settings is told by its line") {
+    const TemporaryFolder folder;
+    putSound(folder / "in.wav", 2, 1000);
+    const std::string header("MThd\0\0\0\6\0\1\0\1\0\x60MTrk\0\0\0\x08", 22);
+    const struct {
+        const char* option;
+        std::string content;
+        const char* says;
+    } cases[] = {
+        {"--params", "Mix=50%\n\nMix\n", "line 3: a parameter is set by NAME=VALUE"},
+        {"--params", "# Mix=1\nMiks=50%", "line 2: there is no parameter \"Miks\""},
+        {"--params", "Mix=50%\r\nMix=loud\r\n", "line 2: \"loud\" is no value of Mix"},
+        {"--automation", "s,p,v\n0,Mix\n", "line 2: there are 2 cells and not three"},
+        {"--automation", "0,Mix,1,2\n", "line 1: there are 4 cells"},
+        {"--automation", "0,Miks,1\n", "line 1: there is no parameter"},
+        {"--automation", "0s,Mix,1\n", "line 1: \"0s\" is no time in seconds"},
+        {"--automation", "s,p,v\ns,p,v\n", "line 2: \"s\" is no time in seconds"},
+        {"--automation", "-0.1,Mix,1\n", "is no time in seconds"},
+        {"--automation", "0,\"Mix,1\n", "line 1: a quote is not closed"},
+        {"--automation", "0,\"Mix\" x,1\n", "line 1: a comma is missing"},
+        {"--automation", "0,Mix,loud\n", "line 1: \"loud\" is no value of Mix"},
+        {"--midi", "no MIDI at all", "cannot read"},
+        {"--midi", header + std::string("\0\x90\x3c", 3), "cannot read"},
+        {"--midi", header + std::string("\0\x90\xbc\x64\0\xff\x2f\0", 8), "it is damaged"},
+        {"--sidechain", "no audio", "is not audio"},
+    };
+    for (const auto& [option, content, says] : cases) {
+        INFO(option << ' ' << content);
+        putBytes(folder / "what", content);
+        checkRefusal(
+            Program::run({"render", (folder / "in.wav").string(), (folder / "out.wav").string(),
+                          option, (folder / "what").string()}),
+            1, says);
+    }
+    for (const char* option : {"--params", "--automation", "--midi", "--sidechain"})
+        checkRefusal(
+            Program::run({"render", (folder / "in.wav").string(), (folder / "out.wav").string(),
+                          option, (folder / "missing").string()}),
+            1, "No such file");
+    CHECK(folder.names() == Names{"in.wav", "what"});
 }
 
 TEST_CASE("render: broken off in the middle, it leaves the old file and nothing else") {

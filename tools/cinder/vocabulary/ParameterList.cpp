@@ -65,14 +65,29 @@ Listing parameterListing(const StandaloneParameters& tree) {
     return listing;
 }
 
-AbstractPluginParameter& findParameter(const StandaloneParameters& tree, const std::string& name) {
+AbstractPluginParameter* parameterNamed(const StandaloneParameters& tree, const std::string& name) {
     for (int id = 0; id < tree.parameterCount(); ++id)
         if (isSameName(tree.parameter(id)->getName(), name) || std::to_string(id) == name)
-            return *tree.parameter(id);
+            return tree.parameter(id);
+    return nullptr;
+}
+
+AbstractPluginParameter& findParameter(const StandaloneParameters& tree, const std::string& name) {
+    if (AbstractPluginParameter* const found = parameterNamed(tree, name)) return *found;
     const std::string alike = alikeNames(tree, name);
     throw UsageError(
         "there is no parameter \"" + name + "\"; " +
         (alike.empty() ? "`cinder params` lists them" : "did you mean " + alike + "?"));
+}
+
+float valueOf(const AbstractPluginParameter& parameter, const std::string& text) {
+    float value = 0.0f;
+    if (!parameter.parseText(text, value))
+        throw UsageError("\"" + text + "\" is no value of " + parameter.getName() +
+                         "; its default reads \"" + parameter.text(parameter.defaultValue()) +
+                         "\"");
+    // A note may lie out of range; what is stored does not.
+    return std::clamp(value, parameter.minimum(), parameter.maximum());
 }
 
 }  // namespace cinder

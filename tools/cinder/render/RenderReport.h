@@ -4,6 +4,8 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace cinder {
 
@@ -19,8 +21,9 @@ struct RenderReport {
 
     Side in;
     Side out;
-    std::string settings;
+    std::vector<std::pair<std::string, std::string>> with;  // what, and how it was set
     int latencySamples = 0;
+    bool isLatencyTakenOut = true;
     double secondsTaken = 0.0;
     std::int64_t numClipped = 0;  // samples beyond what the output's format holds
 

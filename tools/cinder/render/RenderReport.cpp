@@ -1,4 +1,4 @@
-#include "cinder/RenderReport.h"
+#include "cinder/render/RenderReport.h"
 
 #include "cinder/TextTable.h"
 
@@ -49,13 +49,24 @@ std::string samplesText(std::int64_t count, const char* what) {
     return std::to_string(count) + (count == 1 ? " sample " : " samples ") + what;
 }
 
+/// A row a line, the first one named.
+void addLines(TextTable& table, std::string name, const std::string& lines) {
+    for (std::size_t from = 0; from < lines.size();) {
+        const std::size_t end = std::min(lines.find('\n', from), lines.size());
+        table.addRow({name, lines.substr(from, end - from)});
+        name.clear();
+        from = end + 1;
+    }
+}
+
 }  // namespace
 
 std::string RenderReport::text() const {
     TextTable files("ll");
     files.addRow({"in", in.file});
     files.addRow({"out", out.file});
-    files.addRow({"with", settings});
+    for (const auto& [what, how] : with)
+        addLines(files, what, how);
 
     TextTable figures("lrrrrr");
     figures.addRow({"", "duration", "rate", "channels", "peak", "RMS"});
@@ -63,15 +74,16 @@ std::string RenderReport::text() const {
     figures.addRow(rowOf("out", out));
 
     TextTable rest("ll");
-    rest.addRow({"latency",
-                 samplesText(latencySamples, "") +
-                     formatted("(%.3f ms), taken out", 1000.0 * latencySamples / out.sampleRate)});
+    rest.addRow({"latency", samplesText(latencySamples, "") +
+                                formatted("(%.3f ms), ", 1000.0 * latencySamples / out.sampleRate) +
+                                (isLatencyTakenOut ? "taken out" : "left in")});
     const double seconds = static_cast<double>(out.numFrames) / out.sampleRate;
     rest.addRow({"speed", speedText(seconds, secondsTaken)});
     if (const std::int64_t count = in.levels.numNonFinite())
         rest.addRow({"note", samplesText(count, "of the input not finite, taken as silence")});
-    if (numClipped > 0)
-        rest.addRow({"note", samplesText(numClipped, "clipped at full scale; .wav holds more")});
+    rest.addRow({"clipped", numClipped == 0
+                                ? std::string("no sample")
+                                : samplesText(numClipped, "at full scale; .wav holds more")});
     return files.text() + '\n' + figures.text() + '\n' + rest.text();
 }
 
