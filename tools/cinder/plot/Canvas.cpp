@@ -7,6 +7,13 @@
 #include <numbers>
 #include <utility>
 
+#ifdef __SANITIZE_ADDRESS__
+// Fontconfig keeps the fonts it has found, behind offsets that are no pointers to a leak checker.
+extern "C" [[gnu::visibility("default")]] const char* __lsan_default_suppressions() {
+    return "leak:libfontconfig.so";
+}
+#endif
+
 namespace cinder {
 
 namespace {

@@ -23,7 +23,7 @@ std::string titleOf(const FilterPlot& plot) {
     return title + formatted(", Q %g", plot.q);
 }
 
-/// The analog response has no axis of its own that ends.
+/// Of the design itself, which no transform has squeezed below half the sample rate.
 Response analogResponse(EQFilter& filter, const std::vector<double>& hz, double sampleRate) {
     AnalogFilterPrototype prototype = filter.getPrototype();
     Response response;

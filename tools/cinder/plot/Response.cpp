@@ -116,6 +116,10 @@ std::vector<Point> phasePoints(std::span<const double> hz, const Response& respo
         degrees = i == 0 ? wrapped : degrees + std::remainder(wrapped - degrees, 360.0);
         points.push_back({hz[i], degrees});
     }
+    const bool isLowPass = std::abs(response.front()) >= std::abs(response.back());
+    const double turns = std::round((isLowPass ? points.front() : points.back()).y / 360.0);
+    for (Point& point : points)
+        point.y -= 360.0 * turns;
     return points;
 }
 

@@ -48,8 +48,8 @@ std::vector<double> audibleHertz(double sampleRate, int numSteps = 600);
 
 double decibelsOf(std::complex<double> response);
 
-/// Points of decibels, and of degrees: either turning on through whole turns, from -180..180 at the
-/// lowest frequency, or cut to -180..180 with a gap where it leaps. Where `isHeard` says no, or
+/// Points of decibels, and of degrees: either turning on through whole turns, with -180..180 at the
+/// louder end, or cut to -180..180 with a gap where it leaps. Where `isHeard` says no, or
 /// where nothing comes out, there is a gap.
 std::vector<Point> magnitudePoints(std::span<const double> hz, const Response& response);
 std::vector<Point> phasePoints(std::span<const double> hz, const Response& response);
