@@ -275,6 +275,37 @@ TEST_CASE("CinderProcessor: a loop at 100 % stays bounded, and falls silent with
     }
 }
 
+TEST_CASE("CinderProcessor: silence ends at exactly 0, and what comes next knows nothing of it") {
+    const char* const styles[] = {"Warm Tube", "Old Tape", "Lead Amp",
+                                  "Power Amp", "Rectify",  "Destroy"};
+    for (const char* quality : {"Off", "On"}) {
+        INFO("High Quality " << quality);
+        const Channels sound = noise(9600, 0.3f);
+        const auto play = [&](int blockSize) {
+            const ProcessorRig rig;
+            rig.set("High Quality", quality);
+            rig.set("Num Active Bands", "6");
+            for (int band = 1; band <= 6; ++band) {
+                const std::string name = "Band " + std::to_string(band);
+                rig.set(name + " Style", styles[band - 1]);
+                rig.set(name + " Drive", "60%");
+                rig.set(name + " Bass", "6");
+                if (band < 6) rig.set(name + " Crossover Frequency", std::to_string(60 << band));
+            }
+            rig.jump();
+            rig.play(sound, blockSize);
+            rig.play(silence(6 * 48000), blockSize);
+            CHECK(peakOf(rig.play(silence(960), blockSize)[0]) == 0.0f);
+            return rig.play(sound, blockSize);
+        };
+        const Channels whole = play(512), cut = play(100);
+        for (std::size_t c = 0; c < whole.size(); ++c) {
+            CHECK(peakOf(whole[c]) > 0.01f);
+            CHECK(differenceAt(0, whole[c], cut[c], 0) < 1e-5f);
+        }
+    }
+}
+
 TEST_CASE("CinderProcessor: the sub-block is shorter than the shortest loop") {
     // At 1 kHz and 48 kHz a loop has 48 samples. A longer block would read what isn't written yet,
     // so any cut of the host's blocks gives the same echoes.
