@@ -24,6 +24,25 @@ complex<double> onImaginaryAxis(const AnalogFilterPrototype::Polynomial& p, doub
     return {p.s0 - p.s2 * x * x, p.s1 * x};
 }
 
+/// The roots of the Butterworth polynomials in the upper half plane, order by order. Filters whose
+/// controls move are designed too often to work them out each time.
+class ButterworthRoots {
+public:
+    ButterworthRoots() {
+        for (int order = 1; order <= highestOrder; ++order)
+            for (int k = 0; 2 * k < order; ++k) {
+                const double angle = (k + 0.5) * std::numbers::pi / order;
+                roots[order][k] = {-std::sin(angle), std::cos(angle)};
+            }
+    }
+    complex<double> of(int order, int k) const { return roots[order][k]; }
+
+private:
+    static constexpr int highestOrder = 2 * AnalogFilterPrototype::maxSections;
+    complex<double> roots[highestOrder + 1][AnalogFilterPrototype::maxSections];
+};
+const ButterworthRoots butterworthRoots;
+
 double damped(double s1, double factor) noexcept {
     return std::max(s1 * factor, leastDamping);
 }
@@ -131,8 +150,7 @@ void AnalogFilterPrototype::design(Shape shape, int numPoles, double gain,
 
     numSections = 0;
     for (int k = 0; 2 * k < order; ++k) {
-        const double angle = (k + 0.5) * std::numbers::pi / order;
-        complex<double> root = {-std::sin(angle), std::cos(angle)};
+        complex<double> root = butterworthRoots.of(order, k);
         const bool isReal = static_cast<float>(root.imag()) <= sameValue;
         if (isReal) root.imag(0.0);
         const Roots zeros = {root * apart, isReal};
