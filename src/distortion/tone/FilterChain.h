@@ -12,7 +12,7 @@ namespace cinder {
 /// A row of equalisers of which the first few are in use, one behind the other.
 /// Shape   one channel; `capacity` filters are there from the start, and what goes beyond them is
 ///         left out. With none in use the output is the input itself. Where two chains are linked
-///         and all their filters stand still, the sections of all of them run in one pass
+///         the sections of all their filters run in one pass, unless one of them fades or restarts
 /// State   that of the filters; those out of use keep theirs, and are reset when they come back.
 ///         The bits are those of filters that pull one another
 class FilterChain final : public wave::Source {
@@ -35,7 +35,18 @@ public:
     EQFilter& operator[](int index) { return *filters[static_cast<std::size_t>(index)]; }
 
 private:
+    /// A filter of the row whose coefficients change within the block.
+    struct Mover {
+        EQFilter* filter;
+        std::size_t firstStep;
+        const Schedule<BiquadCoefficients>* schedule;
+        std::size_t entry;
+        int left;  // samples of the entry
+    };
+
     bool collectSteps(int numSamples) noexcept CINDER_REALTIME;
+    void runSteps(const BiquadLane* lanes, int numSamples) noexcept CINDER_REALTIME;
+    int nextRun(int numSamples) noexcept CINDER_REALTIME;
     bool restsInSilence() const noexcept CINDER_REALTIME;
     bool renderAsRow(int numSamples) noexcept CINDER_REALTIME;
     void handOn(wave::BasicBlock<float>* block, bool isConstant) noexcept CINDER_REALTIME;
@@ -45,6 +56,8 @@ private:
     std::vector<std::unique_ptr<EQFilter>> filters;
     std::vector<BiquadStep> steps;  // work space
     std::size_t numSteps = 0;
+    std::vector<Mover> movers;  // likewise
+    std::size_t numMovers = 0;
     int count = 0;
 };
 

@@ -61,6 +61,9 @@ protected:
     virtual void computeCoefficients(int numSamples,
                                      BiquadProcessor& target) noexcept CINDER_REALTIME = 0;
 
+    /// Controls that move are looked at this often at least, and every scheduleStep in fast sweeps.
+    static constexpr int fineStep = 32;
+
     /// For a filter whose controls move within the block. Every few samples, if anything moves that
     /// is looked at so often, asks `isDue(position, finely)` whether the coefficients in force no
     /// longer do, by a coarse measure, or at every 32nd sample by a fine one; then calls
@@ -69,7 +72,6 @@ protected:
     template <class IsDue, class Design, class AppendRun>
     static void followControls(int numSamples, bool canMoveCoarsely, IsDue isDue, Design design,
                                AppendRun schedule) noexcept CINDER_REALTIME {
-        constexpr int fineStep = 32;
         const int step = canMoveCoarsely ? BiquadProcessor::scheduleStep : fineStep;
         int pending = 0;
         for (int i = 0; i < numSamples; i += step) {

@@ -52,7 +52,6 @@ bool BiquadProcessor::process(std::span<const Channel> channels, bool isShared,
     return !isAllDry;
 }
 
-/// Some of several channels hold while others have a schedule.
 void BiquadProcessor::layOutHeld(int numSamples) noexcept CINDER_REALTIME {
     if (isHeld()) schedule(held, heldWetFactor, numSamples);
     held = nullptr;
@@ -99,9 +98,7 @@ void BiquadProcessor::rest(int numSections, int numSamples) noexcept CINDER_REAL
     std::fill_n(states.begin(), numSections, BiquadState{});
     restart = Restart::None;
     advanceRamp(static_cast<std::uint64_t>(numSamples));
-    held = nullptr;
-    coefficients.clear();
-    wetFactors.clear();
+    clearSchedule();
 }
 
 void BiquadProcessor::missSamples(std::uint64_t numSamples) noexcept CINDER_REALTIME {

@@ -64,6 +64,13 @@ public:
         heldWetFactor = wetFactor;
     }
     bool isHeld() const { return held != nullptr; }
+    /// What holds as a schedule like any other. [audio]
+    void layOutHeld(int numSamples) noexcept CINDER_REALTIME;
+    void clearSchedule() noexcept CINDER_REALTIME {
+        coefficients.clear();
+        wetFactors.clear();
+        held = nullptr;
+    }
     const Schedule<BiquadCoefficients>& getSchedule() const { return coefficients; }
 
     /// The state of a section, for whoever runs the sections of several filters as one.
@@ -106,7 +113,6 @@ public:
 private:
     void prime(int section, float input) noexcept CINDER_REALTIME;
     void advanceRamp(std::uint64_t numSamples) noexcept CINDER_REALTIME;
-    void layOutHeld(int numSamples) noexcept CINDER_REALTIME;
     static bool processHeld(std::span<const Channel> channels, bool isShared,
                             int numSamples) noexcept CINDER_REALTIME;
     void applyMix(const Schedule<float>& wet, const float* dry,

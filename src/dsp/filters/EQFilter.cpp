@@ -90,20 +90,38 @@ void EQFilter::computeCoefficients(int numSamples,
 }
 
 EQFilter::Standing EQFilter::standing(int numSamples) noexcept CINDER_REALTIME {
-    if (!standsAsPair()) return Standing::Moving;
+    if (!standsAsPair()) return Standing::Alone;
     const bool usesGain = rowOf(shape).usesGain;
     const float log2Hz = *frequency.pull(numSamples)->data();
     const float rawQ = *q.pull(numSamples)->data();
-    const float gainDb = usesGain ? *gain.pull(numSamples)->data() : 0.0f;
-    if (!frequency.isConstant() || !q.isConstant() || (usesGain && !gain.isConstant()))
-        return Standing::Moving;
-    if (needsDesign({limited(log2Hz, lowestLog2Hz, highestLog2Hz),
+    const float* const gains = usesGain ? gain.pull(numSamples)->data() : nullptr;
+    const float gainDb = usesGain ? gains[0] : 0.0f;
+    const bool movesGain = usesGain && !gain.isConstant();
+    if (!frequency.isConstant() || !q.isConstant() || movesGain ||
+        needsDesign({limited(log2Hz, lowestLog2Hz, highestLog2Hz),
                      limited(gainDb, -largestGainDb, largestGainDb),
-                     limited(rawQ, smallestQ, largestQ)}))
-        return Standing::Moving;
+                     limited(rawQ, smallestQ, largestQ)})) {
+        const int count = movesGain ? numSamples : 1;
+        return staysWet(gains, usesGain ? count : 0) ? Standing::Moving : Standing::Alone;
+    }
     if (BiquadProcessor::isNear(wetFactor, 0.0f)) return Standing::Dry;
     const bool isWhole = BiquadProcessor::isNear(wetFactor, 1.0f) && runsOn();
-    return isWhole ? Standing::Wet : Standing::Moving;
+    return isWhole ? Standing::Still : Standing::Alone;
+}
+
+/// Whether no design of the block fades into the input, nor has the last one.
+bool EQFilter::staysWet(const float* gains, int numSamples) const noexcept CINDER_REALTIME {
+    if (!BiquadProcessor::isNear(wetFactor, 1.0f) || !runsOn()) return false;
+    const int step = frequency.isConstant() ? fineStep : BiquadProcessor::scheduleStep;
+    for (int i = 0; i < numSamples; i += step)
+        if (!(std::abs(gains[i]) >= fadingGainDb)) return false;
+    return true;
+}
+
+const Schedule<BiquadCoefficients>& EQFilter::layOut(int numSamples) noexcept CINDER_REALTIME {
+    computeCoefficients(numSamples, processor);
+    processor.layOutHeld(numSamples);
+    return processor.getSchedule();
 }
 
 bool EQFilter::needsDesign(const Settings& now) const noexcept CINDER_REALTIME {

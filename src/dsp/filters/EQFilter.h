@@ -24,12 +24,15 @@ public:
     void propertyChanged(AbstractProperty* property) override;
 
     /// What a linked filter and its partner have before them, if they are to run as part of a row:
-    /// something that only `pull` can do, handing the input on, or `getNumSections` sections with
-    /// the coefficients of the last design. [audio]
-    enum class Standing { Moving, Dry, Wet };
+    /// something that only `pull` can do, handing the input on, or `getNumSections` sections, with
+    /// the coefficients of the last design or with those that `layOut` finds. [audio]
+    enum class Standing { Alone, Dry, Still, Moving };
     Standing standing(int numSamples) noexcept CINDER_REALTIME;
     int getNumSections() const { return (polesOf(slope, shape) + 1) / 2; }
     float getWetFactor() const { return wetFactor; }
+    /// The coefficients of a block in which the filter is `Moving`, until `forgetLayOut`. [audio]
+    const Schedule<BiquadCoefficients>& layOut(int numSamples) noexcept CINDER_REALTIME;
+    void forgetLayOut() noexcept CINDER_REALTIME { processor.clearSchedule(); }
     const BiquadCoefficients& getCoefficients(int section) const { return coefficients[section]; }
 
     /// That of the last design.
@@ -52,6 +55,7 @@ private:
     /// Those of no design.
     static constexpr Settings none = {-1.0f, 0.0f, 0.0f};
 
+    bool staysWet(const float* gains, int numSamples) const noexcept CINDER_REALTIME;
     bool needsDesign(const Settings& now) const noexcept CINDER_REALTIME;
     void design(const Settings& now) noexcept CINDER_REALTIME;
     void updatePrototype(const Settings& now) noexcept CINDER_REALTIME;
