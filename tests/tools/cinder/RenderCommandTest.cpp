@@ -274,7 +274,9 @@ TEST_CASE("render: a picture of the spectra beside the audio, which stays the sa
     shop.put("in.wav", noise(2, 30000));
     const Audio audio = rendered(shop, {});
     for (const auto& [name, begins] : {std::pair{"out.png", "\x89PNG"}, {"out.SVG", "<?xml"}}) {
-        CHECK(rendered(shop, {"--spectrum", shop.path(name)}) == audio);
+        // The drawing libraries may have something to say on standard error.
+        CHECK(shop.render("in.wav", "out.wav", {"--spectrum", shop.path(name)}).status == 0);
+        CHECK(readFile(shop.folder / "out.wav") == audio);
         CHECK(bytesOf(shop.folder / name).starts_with(begins));
     }
     const Program::Outcome wrong =

@@ -39,27 +39,31 @@ public:
         double beatSeconds;
     };
 
-    TrackReader(const std::filesystem::path& file, const std::string& bytes)
-        : file(file), bytes(&primer) {
-        midifile();
-        numTracks = 0;
-        position = 0;
-        this->bytes = &bytes;
-        midifile();
-        if (numTracksAnnounced != numTracks) fail("it ends early");
-        std::ranges::stable_sort(events, {}, &Timed::ticks);
-        std::ranges::stable_sort(tempi, {}, &Tempo::ticks);
-    }
+    explicit TrackReader(const std::filesystem::path& file) : file(file) {}
     ~TrackReader() { finalize(); }
     TrackReader(const TrackReader&) = delete;
     TrackReader& operator=(const TrackReader&) = delete;
 
+    /// Once, and not in the constructor: what the library holds would outlive an error.
+    void read(const std::string& content) {
+        readAll(primer);
+        readAll(content);
+        if (numTracksAnnounced != numTracks) fail("it ends early");
+        std::ranges::stable_sort(events, {}, &Timed::ticks);
+        std::ranges::stable_sort(tempi, {}, &Tempo::ticks);
+    }
     /// Of each event, in order.
     std::vector<MidiFileEvent> timed() const;
 
 private:
     [[noreturn]] void fail(const std::string& what) const {
         throw UserError("cannot read " + quoted(file) + ": " + what);
+    }
+    void readAll(const std::string& content) {
+        bytes = &content;
+        position = 0;
+        numTracks = 0;
+        midifile();
     }
     void add(int status, int channel, int data1, int data2 = 0) {
         if ((data1 | data2) > 127) fail("it is damaged");
@@ -116,7 +120,7 @@ private:
     void Mf_text(int, int, unsigned char*) override {}
 
     const std::filesystem::path& file;
-    const std::string* bytes;
+    const std::string* bytes = nullptr;
     std::size_t position = 0;
     int numTracksAnnounced = 0, numTracks = 0;
     double ticksPerBeat = 0.0;
@@ -163,7 +167,9 @@ std::vector<MidiFileEvent> TrackReader::timed() const {
 
 std::vector<MidiFileEvent> readMidiFile(const std::filesystem::path& file) {
     const std::string bytes = readWhole(file);
-    return TrackReader(file, bytes).timed();
+    TrackReader reader(file);
+    reader.read(bytes);
+    return reader.timed();
 }
 
 }  // namespace cinder
