@@ -99,9 +99,9 @@ TEST_CASE("EQStage: two that are linked have the bits of two that are not, throu
     }
     linked[1].link(linked[0]);
 
-    test::RealtimeGuard guard;
     for (int block = 0; block < 96; ++block) {
         INFO("block " << block);
+        const test::RealtimeGuard guard;
         for (std::deque<EQStage>* stages : {&linked, &alone})
             for (EQStage& stage : *stages) {
                 if (block == 20) stage.gainBus(1).assign(0.0f);
