@@ -43,13 +43,12 @@ struct Question {
     std::string name, text;
 };
 
-std::shared_ptr<Question> addQuestion(CLI::App& command, const char* placeholder,
-                                      const char* what) {
+std::shared_ptr<Question> addQuestion(CLI::App& command, const char* argument, const char* what) {
     const auto question = std::make_shared<Question>();
     command.add_option("NAME", question->name, "A parameter's name, or its id")
         ->type_name("")
         ->required();
-    command.add_option(placeholder, question->text, what)->type_name("")->required();
+    command.add_option(argument, question->text, what)->type_name("")->required();
     return question;
 }
 
