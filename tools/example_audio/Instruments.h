@@ -9,6 +9,7 @@ Loop makeDrums(int rate);
 Loop makeChord(int rate);
 Loop makeBass(int rate);
 Loop makeVoice(int rate);
-Loop makeMix(int rate);  ///< all four, arranged
+Loop makeGuitar(int rate);  ///< as it comes from the instrument, for an amplifier
+Loop makeMix(int rate);     ///< drums, chord, bass and voice, arranged
 
 }  // namespace cinder::example

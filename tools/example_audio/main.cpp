@@ -21,10 +21,10 @@ struct Recording {
 };
 
 constexpr Recording recordings[] = {
-    {"drums", example::makeDrums, 2},      {"chord", example::makeChord, 2},
-    {"bass", example::makeBass, 2},        {"voice", example::makeVoice, 2},
-    {"mix", example::makeMix, 2},          {"bass-mono", example::makeBass, 1},
-    {"voice-mono", example::makeVoice, 1},
+    {"drums", example::makeDrums, 2},    {"chord", example::makeChord, 2},
+    {"bass", example::makeBass, 2},      {"voice", example::makeVoice, 2},
+    {"guitar", example::makeGuitar, 2},  {"mix", example::makeMix, 2},
+    {"bass-mono", example::makeBass, 1}, {"voice-mono", example::makeVoice, 1},
 };
 constexpr int rates[] = {44100, 48000};
 
