@@ -1,7 +1,6 @@
 #include "plugin/settings/SettingsFile.h"
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,6 +11,7 @@
 #include <optional>
 #include <system_error>
 
+#include "core/platform/UserFolders.h"
 #include "core/platform/WholeFile.h"
 
 namespace cinder {
@@ -101,23 +101,6 @@ std::optional<std::string> contentToChange(const Path& file) {
     return content;
 }
 
-Path absoluteFromEnvironment(const char* name) {
-    const char* const value = std::getenv(name);
-    const Path path(value ? value : "");
-    return path.is_absolute() ? path : Path();
-}
-
-Path homeFolder() {
-    Path home = absoluteFromEnvironment("HOME");
-    if (!home.empty()) return home;
-    passwd entry{};
-    passwd* found = nullptr;
-    std::vector<char> texts(std::size_t{1} << 14);
-    ::getpwuid_r(::getuid(), &entry, texts.data(), texts.size(), &found);
-    const Path path(found && found->pw_dir ? found->pw_dir : "");
-    return path.is_absolute() ? path : Path();
-}
-
 }  // namespace
 
 Path SettingsKey::file() const {
@@ -130,10 +113,7 @@ Path SettingsKey::file() const {
 }
 
 Path userSettingsRoot() {
-    Path configured = absoluteFromEnvironment("XDG_CONFIG_HOME");
-    if (!configured.empty()) return configured;
-    const Path home = homeFolder();
-    return home.empty() ? Path() : home / ".config";
+    return platform::configFolder();
 }
 
 std::vector<Path> machineSettingsRoots() {
