@@ -31,7 +31,7 @@ std::optional<std::string_view> payload(std::string_view text, std::string_view 
     if (!text.starts_with(type)) return {};
     text.remove_prefix(type.size());
     // A blank that belongs to the value is written as %20; this one a person has typed.
-    return text.substr(std::min(text.find_first_not_of(' '), text.size()));
+    return text.substr(std::min(text.find_first_not_of(" \t"), text.size()));
 }
 
 }  // namespace
@@ -101,8 +101,10 @@ std::string escapeSetting(std::string_view text, std::string_view also) {
         const auto byte = static_cast<unsigned char>(text[at]);
         const std::size_t length = utf8Length(text.substr(at));
         const bool isOuterBlank = byte == ' ' && (at == 0 || at + 1 == text.size());
+        const bool isFirstMark = at == 0 && text.starts_with(byteOrderMark);
         const bool isPlain = length > 0 && byte >= 0x20 && byte != 0x7f && byte != '%' &&
-                             !isOuterBlank && also.find(text[at]) == std::string_view::npos;
+                             !isOuterBlank && !isFirstMark &&
+                             also.find(text[at]) == std::string_view::npos;
         if (isPlain) {
             escaped += text.substr(at, length);
             at += length;

@@ -33,8 +33,12 @@ std::string_view settingType(std::string_view text);
 /// `text` holds a value of the same type as `example`.
 bool holdsTypeOf(std::string_view example, std::string_view text);
 
+/// What an editor may put in front of a file in UTF-8. It never counts.
+constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
+
 /// Text with `%XX` for every byte that could not stand in a line of UTF-8, for blanks at either
-/// end, for `%` and for the bytes in `also`. The backslashes of a path stay readable.
+/// end and a byte order mark in front, for `%` and for the bytes in `also`. The backslashes of a
+/// path stay readable.
 std::string escapeSetting(std::string_view text, std::string_view also = {});
 /// The reverse. A `%` without two hexadecimal digits, as a person may type it, stands for itself.
 std::string unescapeSetting(std::string_view text);

@@ -23,7 +23,7 @@ constexpr std::string_view fileName = "settings.conf";
 constexpr std::string_view lockName = "settings.lock";
 constexpr std::string_view ownNames = "settings.";
 constexpr std::string_view unfinishedStart = ".settings.conf.";
-constexpr std::size_t maxFileBytes = std::size_t{1} << 20;  // a thousand times what we write
+constexpr std::size_t maxFileBytes = std::size_t{1} << 17;  // a hundred times what we write
 
 /// One name of a key path as a file name: never ".", "..", hidden or one of our own names.
 std::string folderName(std::string_view keyName) {

@@ -7,7 +7,6 @@
 namespace cinder {
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
 constexpr std::string_view blanks = " \t\r";
 constexpr std::string_view structure = "=#";  // what a name may not hold in the open
 constexpr std::string_view newFileRemark =
