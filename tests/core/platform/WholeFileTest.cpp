@@ -1,14 +1,10 @@
 #include "core/platform/WholeFile.h"
 
 #include <doctest/doctest.h>
-#include <signal.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <string>
 
-#include "support/Rng.h"
 #include "support/TemporaryFolder.h"
 
 namespace cinder::test {
@@ -66,28 +62,6 @@ TEST_CASE("WholeFile: a disk that is full at any byte leaves the old content") {
         CHECK(bytesOf(folder / "file") == (room == 100 ? std::string(100, 'n') : "old"));
     }
     CHECK(folder.names() == Names{"file"});
-}
-
-TEST_CASE("WholeFile: a writer killed at any moment leaves all of one content") {
-    const TemporaryFolder folder;
-    const fs::path file = folder / "file";
-    const std::string first(30000, 'a'), second(20000, 'b');
-    putBytes(file, first);
-    Rng rng = Rng::fromEnvironment();
-    for (int round = 0; round < 100; ++round) {
-        const pid_t writer = ::fork();
-        REQUIRE(writer >= 0);
-        if (writer == 0)
-            for (;;) {
-                writeWholeFile(file, second);
-                writeWholeFile(file, first);
-            }
-        ::usleep(static_cast<useconds_t>(rng.integer(0, 4000)));
-        ::kill(writer, SIGKILL);
-        ::waitpid(writer, nullptr, 0);
-        const auto content = readWholeFile(file);
-        CHECK((content == first || content == second));
-    }
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "plugin/settings/SettingsFile.h"
 
 #include <doctest/doctest.h>
-#include <signal.h>
 #include <stdlib.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -145,40 +144,6 @@ TEST_CASE("SettingsFile: processes that write at the same time lose nothing") {
     for (int process = 0; process < numProcesses; ++process)
         for (int i = 0; i < numValues; ++i)
             CHECK(whole.intValue(std::to_string(process) + "." + std::to_string(i), 0, -1) == i);
-}
-
-TEST_CASE("SettingsFile: a process that dies at any moment leaves the old values or the new") {
-    Rng rng = Rng::fromEnvironment();
-    INFO("seed " << rng.seed());
-    const TemporaryFolder folder;
-    const SettingsKey key{folder.path, productKey};
-    const std::string padding(20000, 'x');
-    const auto write = [&](int number) {
-        SettingsFileWriter writer(key);
-        writer.intValue("first", number, 0);
-        writer.stringValue("padding", padding, "");
-        writer.intValue("last", number, 0);
-        return writer.commit();
-    };
-    REQUIRE(write(0));
-    for (int round = 0; round < 40; ++round) {
-        const pid_t child = inChild([&] {
-            for (int i = 0; write(i); ++i) {
-            }
-            return false;
-        });
-        ::usleep(static_cast<useconds_t>(rng.integer(0, 8000)));
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
-        SettingsFileReader reader(key);
-        CHECK(reader.intValue("first", 0, -1) == reader.intValue("last", 0, -2));
-        CHECK(reader.stringValue("padding", "", "") == padding);
-    }
-    CHECK(putInt(key, "first", -5));  // its lock died with it, and what it left is swept away
-    std::size_t numFiles = 0;
-    for ([[maybe_unused]] const auto& entry : fs::directory_iterator(key.file().parent_path()))
-        ++numFiles;
-    CHECK(numFiles == 2);
 }
 
 TEST_CASE("SettingsFile: where nothing can be written nothing changes") {
