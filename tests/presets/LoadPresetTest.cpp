@@ -45,11 +45,6 @@ std::string presetBytes(std::int32_t version, std::int32_t count, const Values& 
     return stream.str();
 }
 
-std::string presetBytes(const PresetContent& content) {
-    return presetBytes(content.version, static_cast<std::int32_t>(content.values.size()),
-                       content.values);
-}
-
 bool loadInto(GenericParameterOwner& owner, std::string_view bytes) {
     MemoryStream stream(bytes);
     BinaryDataReader reader(stream);
