@@ -50,10 +50,15 @@ void PresetFolder::scan(std::string newPath, std::int32_t budgetMs) {
     const auto timer = makeTimer();
     subfolders.clear();
     presets.clear();
+    cutShort = false;
     path = withTrailingBackslash(std::move(newPath));
     name = lastPathComponent(withoutTrailingBackslash(path));
     order = takeOrder(name);
-    if (path.empty() || budgetMs < 1) return;
+    if (path.empty()) return;
+    if (budgetMs < 1) {
+        cutShort = true;
+        return;
+    }
     scanPresets(*timer, budgetMs);
     scanSubfolders(*timer, budgetMs);
 }
@@ -61,9 +66,11 @@ void PresetFolder::scan(std::string newPath, std::int32_t budgetMs) {
 void PresetFolder::scanPresets(const IntervalTimer& timer, std::int32_t budgetMs) {
     const auto files = FileEnumerator::create(path + '*' + extension, false);
     std::string fileName;
-    while (rest(budgetMs, timer) > 0 && files->next()) {
+    while (files->next()) {
         files->name(fileName);
         if (fileName.starts_with('.')) continue;
+        cutShort = rest(budgetMs, timer) == 0;
+        if (cutShort) break;
         presets.push_back(std::make_unique<PresetEntry>(PresetEntry::of(path + fileName)));
     }
     std::sort(presets.begin(), presets.end(), [](const auto& a, const auto& b) {
@@ -79,6 +86,7 @@ void PresetFolder::scanSubfolders(const IntervalTimer& timer, std::int32_t budge
         if (folderName.starts_with('.') || isCircularLink(path + folderName)) continue;
         subfolders.push_back(std::make_unique<PresetFolder>(path + folderName, extension,
                                                             rest(budgetMs, timer), makeTimer));
+        cutShort |= subfolders.back()->cutShort;
     }
     std::sort(subfolders.begin(), subfolders.end(), [](const auto& a, const auto& b) {
         return a->order != b->order ? a->order < b->order

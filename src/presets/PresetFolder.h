@@ -46,6 +46,8 @@ public:
 
     /// The preset's file is somewhere below this folder.
     bool contains(std::string_view presetPath) const;
+    /// The last scan ran out of time, here or below: there may be more than was found.
+    bool isCutShort() const { return cutShort; }
     bool isEmpty() const { return subfolders.empty() && presets.empty(); }
 
     const std::string& getPath() const { return path; }  ///< with its backslash at the end
@@ -65,6 +67,7 @@ private:
     std::vector<std::unique_ptr<PresetEntry>> presets;
     std::int32_t order = unnumberedOrder;
     std::string path;
+    bool cutShort = false;
     TimerFactory makeTimer;
 };
 

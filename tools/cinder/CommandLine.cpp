@@ -2,6 +2,7 @@
 
 #include "cinder/BenchCommand.h"
 #include "cinder/PlotCommand.h"
+#include "cinder/PresetsCommand.h"
 #include "cinder/RenderCommand.h"
 #include "cinder/StylesCommand.h"
 #include "cinder/UsageError.h"
@@ -30,6 +31,7 @@ constexpr void (*addCommands[])(CLI::App&) = {
     addParamsCommand,
     addSourcesCommand,
     addTargetsCommand,
+    addPresetsCommand,
 };
 // clang-format on
 

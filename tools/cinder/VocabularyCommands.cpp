@@ -1,5 +1,6 @@
 #include "cinder/VocabularyCommands.h"
 
+#include "cinder/FormatOptions.h"
 #include "cinder/OptionValues.h"
 #include "cinder/StandardStreams.h"
 #include "cinder/UsageError.h"
@@ -19,24 +20,6 @@
 namespace cinder {
 
 namespace {
-
-/// --csv and --json.
-struct FormatOptions {
-    bool csv = false;
-    bool json = false;
-
-    ListFormat format() const {
-        return csv ? ListFormat::Csv : json ? ListFormat::Json : ListFormat::Table;
-    }
-};
-
-std::shared_ptr<FormatOptions> addFormatOptions(CLI::App& command) {
-    const auto options = std::make_shared<FormatOptions>();
-    CLI::Option* const csv =
-        command.add_flag("--csv", options->csv, "Commas between, a line a row, titles first");
-    command.add_flag("--json", options->json, "A list of objects")->excludes(csv);
-    return options;
-}
 
 /// NAME and one text more.
 struct Question {

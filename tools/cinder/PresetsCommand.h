@@ -1,0 +1,11 @@
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace cinder {
+
+void addPresetsCommand(CLI::App& program);
+
+}  // namespace cinder
