@@ -5,6 +5,8 @@
 #include "cinder/render/TextFile.h"
 #include "cinder/vocabulary/ParameterList.h"
 #include "params/tree/StandaloneParameters.h"
+#include "presets/format/ParameterText.h"
+#include "presets/format/TextLines.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 
 #include "cinder/UsageError.h"
 #include "cinder/render/TextFile.h"
-#include "cinder/vocabulary/ParameterList.h"
+#include "presets/format/PresetText.h"
 
 namespace cinder {
 
@@ -13,24 +13,22 @@ constexpr std::size_t lineWidth = 72;
 }  // namespace
 
 void RenderSettings::set(std::string_view text) {
-    const auto equals = text.find('=');
-    const std::string name(withoutBlanks(text.substr(0, equals)));
-    if (equals == std::string_view::npos || name.empty())
-        throw UsageError("a parameter is set by NAME=VALUE, not \"" + std::string(text) + "\"");
-    AbstractPluginParameter& parameter = findParameter(tree, name);
-    const std::string value(withoutBlanks(text.substr(equals + 1)));
-    parameter.setValue(valueOf(parameter, value), AbstractPluginParameter::hostKnows);
+    std::string fault;
+    const auto setting = readSetting(text, tree, fault);
+    if (!setting) throw UsageError(fault);
+    apply(*setting);
 }
 
 void RenderSettings::setFromFile(const std::filesystem::path& file) {
-    const std::string text = readWhole(file);
-    for (const auto& [number, line] : linesOf(text)) {
-        try {
-            set(line);
-        } catch (const UsageError& error) {
-            throw errorInLine(file, number, error.what());
-        }
-    }
+    TextFault fault;
+    const auto preset = readPresetText(readWhole(file), tree, fault);
+    if (!preset) throw errorInLine(file, fault.line, fault.what);
+    for (const PresetSetting& setting : preset->settings)
+        apply(setting);
+}
+
+void RenderSettings::apply(const PresetSetting& setting) {
+    tree.parameter(setting.id)->setValue(setting.value, AbstractPluginParameter::hostKnows);
 }
 
 std::string RenderSettings::text() const {

@@ -8,6 +8,8 @@
 
 namespace cinder {
 
+struct PresetSetting;
+
 /// Where the parameters stand when the music starts.
 /// State   a tree of its own, all at default until something is set; of two texts for a parameter
 ///         the last one counts
@@ -16,7 +18,7 @@ public:
     /// "Band 2 Drive=70%": name or id, and what a user would type there.
     /// Errors  UsageError: no name, no such parameter, no value of it
     void set(std::string_view text);
-    /// A file with one such text in a line.
+    /// A preset's text: one such assignment in a line, and fields that only say what it is.
     /// Errors  UserError, with file and line
     void setFromFile(const std::filesystem::path& file);
 
@@ -25,6 +27,8 @@ public:
     std::string text() const;
 
 private:
+    void apply(const PresetSetting& setting);
+
     StandaloneParameters tree;
 };
 

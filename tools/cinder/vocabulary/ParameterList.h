@@ -12,9 +12,7 @@ class StandaloneParameters;
 /// A row a parameter, in the order of the ids.
 Listing parameterListing(const StandaloneParameters& tree);
 
-/// The parameter of that name, in upper or lower case, or of that id. Null where there is none.
-AbstractPluginParameter* parameterNamed(const StandaloneParameters& tree, const std::string& name);
-/// The same.
+/// The parameter of that name, in upper or lower case, or of that id.
 /// Errors  UsageError, which names those that are spelt alike
 AbstractPluginParameter& findParameter(const StandaloneParameters& tree, const std::string& name);
 
