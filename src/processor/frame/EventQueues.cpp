@@ -71,6 +71,13 @@ void GenericPluginProcessor::writeRealtimeData(BinaryDataWriter& writer) {
     if (midiOutQueue) writeMidiEvents(writer);
 }
 
+void GenericPluginProcessor::resetLevels(int source, std::uint32_t requests) {
+    if (source < 0 || source >= static_cast<int>(levelSources.size())) return;
+    LevelSource& level = *levelSources[static_cast<std::size_t>(source)];
+    if (requests & 1) level.resetFirst();
+    if (requests & 2) level.resetSecond();
+}
+
 /// Each event behind a 1, a 0 at the end.
 void GenericPluginProcessor::writeMidiEvents(BinaryDataWriter& writer) {
     std::ostream& stream = writer.getStream();

@@ -106,6 +106,9 @@ public:
     virtual void requestDiscontinuity() noexcept CINDER_REALTIME;
     /// For the interface: audio frames, levels, spectra, MIDI events. [any] but [audio]
     virtual void writeRealtimeData(BinaryDataWriter& writer);
+    /// Bits from the interface: 1 asks for a level source's first reset, 2 for its second. [any]
+    /// but [audio]
+    void resetLevels(int source, std::uint32_t requests);
     void noteOff(int note, float velocity) noexcept CINDER_REALTIME override;
     void noteOn(int note, float velocity) noexcept CINDER_REALTIME override;
     /// Playback starts anew: state of the past is cleared. [audio]
