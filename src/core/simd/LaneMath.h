@@ -18,6 +18,15 @@ CINDER_LANES L polynomial(const float (&coefficients)[count], L x) {
     return sum;
 }
 
+/// The same for double lanes.
+template <class L, int count>
+CINDER_LANES L polynomial(const double (&coefficients)[count], L x) {
+    L sum = coefficients[0];
+    for (int i = 1; i < count; ++i)
+        sum = mulAdd(sum, x, L(coefficients[i]));
+    return sum;
+}
+
 /// atan(x) for x from 0 to infinity, within 3 ulp.
 template <class L>
 CINDER_LANES L arcTan(L x) {
@@ -88,6 +97,29 @@ CINDER_LANES L exp(L x) {
     const L power = mulAdd(polynomial(coefficients, t), t * t, t) + 1.0f;
     const auto exponent = (bitsOf(shifted) - bitsOfRounding + 127) << 23;
     return power * fromBits(exponent);
+}
+
+/// exp(x) in double, by the quotient of polynomials of the same library, within 2 ulp. x lies in
+/// -700..700.
+template <int N>
+CINDER_LANES DoubleLanes<N> expOfSmall(DoubleLanes<N> x) {
+    using L = DoubleLanes<N>;
+    using Bits = BasicLanes<long long, N>;
+    constexpr double above[] = {1.26177193074810590878e-4, 3.02994407707441961300e-2,
+                                9.99999999999999999910e-1};
+    constexpr double below[] = {3.00198505138664455042e-6, 2.52448340349684104192e-3,
+                                2.27265548208155028766e-1, 2.00000000000000000009};
+    constexpr double rounding = 6755399441055744.0;  // 1.5 * 2^52, see above
+    constexpr long long bitsOfRounding = 0x4338000000000000;
+    const L shifted = mulAdd(x, L(1.4426950408889634), L(rounding));
+    const L whole = shifted - rounding;
+    L t = mulAdd(whole, L(-6.93145751953125e-1), x);  // ln 2 in two parts
+    t = mulAdd(whole, L(-1.42860682030941723212e-6), t);
+    const L square = t * t;
+    const L p = polynomial(above, square) * t;
+    const L power = mulAdd(p / (polynomial(below, square) - p), L(2.0), L(1.0));
+    const Bits exponent = ((Bits{(typename Bits::Raw)shifted.raw} - bitsOfRounding) + 1023LL) << 52;
+    return power * L{(typename L::Raw)exponent.raw};
 }
 
 }  // namespace cinder::simd::CINDER_SIMD_SET

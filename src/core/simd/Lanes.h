@@ -128,6 +128,10 @@ template <int N>
 CINDER_LANES Lanes<N> toFloat(IntLanes<N> a) {
     return {__builtin_convertvector(a.raw, typename Lanes<N>::Raw)};
 }
+template <int N>
+CINDER_LANES DoubleLanes<N> toDouble(Lanes<N> a) {
+    return {widened(a.raw)};
+}
 /// Towards zero. The caller keeps every lane inside the range of int: NaN is none of them.
 template <int N>
 CINDER_LANES IntLanes<N> truncate(Lanes<N> a) {

@@ -76,6 +76,18 @@ CINDER_NATIVE_OPS(double, 16, vsqrtq_f64(a), vfmaq_f64(c, a, b))
 
 #undef CINDER_NATIVE_OPS
 
+/// A register of doubles from floats. g++ 12 has two conversions for it and a way through memory.
+CINDER_LANES RawVector<double, 16>::Type widened(RawVector<float, 8>::Type a) {
+    return __builtin_convertvector(a, RawVector<double, 16>::Type);
+}
+CINDER_LANES RawVector<double, 32>::Type widened(RawVector<float, 16>::Type a) {
+#if defined(__AVX__)
+    return _mm256_cvtps_pd(a);
+#else
+    return __builtin_convertvector(a, RawVector<double, 32>::Type);
+#endif
+}
+
 /// from[places] on raw vectors, where the set has an instruction for it.
 #if defined(__AVX512F__)
 CINDER_LANES RawVector<float, 64>::Type gather(const float* from, RawVector<int, 64>::Type places) {

@@ -9,7 +9,9 @@ FilterChain::FilterChain(wave::Environment* environment, wave::Producer* input, 
     : Source(environment),
       input(input),
       steps(static_cast<std::size_t>(capacity * AnalogFilterPrototype::maxSections)),
-      movers(static_cast<std::size_t>(capacity)) {
+      movers(static_cast<std::size_t>(capacity)),
+      setsPerMover(static_cast<std::size_t>(environment->getMaxBlockSize() / EQFilter::fineStep)),
+      laidOut(movers.size() * setsPerMover) {
     for (int i = 0; i < capacity; ++i) {
         filters.push_back(std::make_unique<EQFilter>(environment));
         filters.back()->setInput(i == 0 ? input : filters[static_cast<std::size_t>(i) - 1].get());
@@ -54,11 +56,10 @@ bool FilterChain::collectSteps(int numSamples) noexcept CINDER_REALTIME {
         const EQFilter::Standing standing = filter.standing(numSamples);
         if (standing == EQFilter::Standing::Alone) return false;
         if (standing == EQFilter::Standing::Dry) continue;
-        if (standing == EQFilter::Standing::Moving)
-            movers[numMovers++] = {&filter, numSteps, nullptr, 0, 0};
+        if (standing == EQFilter::Standing::Moving) movers[numMovers++] = {&filter, numSteps};
         for (int s = 0; s < filter.getNumSections(); ++s)
-            steps[numSteps++] = {&filter.getCoefficients(s),
-                                 {&filter.stateOf(s), &(*linked)[i].stateOf(s)}};
+            steps[numSteps++] = {
+                &filter.getCoefficients(s), 0, {&filter.stateOf(s), &(*linked)[i].stateOf(s)}};
     }
     return true;
 }
@@ -72,43 +73,20 @@ bool FilterChain::restsInSilence() const noexcept CINDER_REALTIME {
                        });
 }
 
-void FilterChain::runSteps(const BiquadLane* lanes, int numSamples) noexcept CINDER_REALTIME {
-    BiquadLane rest[] = {lanes[0], lanes[1]};
-    while (numSamples > 0) {
-        const int run = nextRun(numSamples);
-        biquadKernels->steps(rest, steps.data(), static_cast<int>(numSteps), run);
-        for (BiquadLane& lane : rest) {
-            lane.input += run;
-            lane.output += run;
-        }
-        numSamples -= run;
-    }
-}
-
-/// How long the coefficients hold that the steps get here.
-int FilterChain::nextRun(int numSamples) noexcept CINDER_REALTIME {
-    int run = numSamples;
+void FilterChain::layOutMovers(int numSamples) noexcept CINDER_REALTIME {
     for (std::size_t i = 0; i < numMovers; ++i) {
-        Mover& mover = movers[i];
-        if (mover.left == 0) {
-            const BiquadCoefficients* const values = mover.schedule->valuesAt(mover.entry);
-            for (int s = 0; s < mover.schedule->getWidth(); ++s)
-                steps[mover.firstStep + static_cast<std::size_t>(s)].coefficients = values + s;
-            mover.left = mover.schedule->countAt(mover.entry++);
-        }
-        run = std::min(run, mover.left);
+        BiquadCoefficients* const sets = laidOut.data() + i * setsPerMover;
+        movers[i].filter->layOut(numSamples, sets);
+        steps[movers[i].step].coefficients = sets;
+        steps[movers[i].step].stride = 1;
     }
-    for (std::size_t i = 0; i < numMovers; ++i)
-        movers[i].left -= run;
-    return run;
 }
 
 bool FilterChain::renderAsRow(int numSamples) noexcept CINDER_REALTIME {
     if (!linked || linked->count != count || !collectSteps(numSamples)) return false;
     const wave::BasicBlock<float>* const in[] = {input->pull(numSamples),
                                                  linked->input->pull(numSamples)};
-    for (std::size_t i = 0; i < numMovers; ++i)
-        movers[i].schedule = &movers[i].filter->layOut(numSamples);
+    layOutMovers(numSamples);
     if (restsInSilence()) {
         for (; numSteps > 0; --numSteps)
             for (BiquadState* state : steps[numSteps - 1].states)
@@ -117,10 +95,9 @@ bool FilterChain::renderAsRow(int numSamples) noexcept CINDER_REALTIME {
     if (numSteps > 0) {
         const BiquadLane lanes[] = {{in[0]->data(), ownBlock->data(), nullptr},
                                     {in[1]->data(), linked->ownBlock->data(), nullptr}};
-        runSteps(lanes, numSamples);
+        biquadKernels->steps(lanes, steps.data(), static_cast<int>(numSteps),
+                             numMovers > 0 ? EQFilter::fineStep : numSamples, numSamples);
     }
-    for (std::size_t i = 0; i < numMovers; ++i)
-        movers[i].filter->forgetLayOut();
     for (int i = 0; i < count; ++i) {
         const bool isDry = BiquadProcessor::isNear((*this)[i].getWetFactor(), 0.0f);
         (*this)[i].passBlockAsPair(isDry, numSamples);

@@ -35,18 +35,14 @@ public:
     EQFilter& operator[](int index) { return *filters[static_cast<std::size_t>(index)]; }
 
 private:
-    /// A filter of the row whose coefficients change within the block.
+    /// A filter of the row whose coefficients change within the block. It has one section.
     struct Mover {
         EQFilter* filter;
-        std::size_t firstStep;
-        const Schedule<BiquadCoefficients>* schedule;
-        std::size_t entry;
-        int left;  // samples of the entry
+        std::size_t step;
     };
 
     bool collectSteps(int numSamples) noexcept CINDER_REALTIME;
-    void runSteps(const BiquadLane* lanes, int numSamples) noexcept CINDER_REALTIME;
-    int nextRun(int numSamples) noexcept CINDER_REALTIME;
+    void layOutMovers(int numSamples) noexcept CINDER_REALTIME;
     bool restsInSilence() const noexcept CINDER_REALTIME;
     bool renderAsRow(int numSamples) noexcept CINDER_REALTIME;
     void handOn(wave::BasicBlock<float>* block, bool isConstant) noexcept CINDER_REALTIME;
@@ -58,6 +54,8 @@ private:
     std::size_t numSteps = 0;
     std::vector<Mover> movers;  // likewise
     std::size_t numMovers = 0;
+    std::size_t setsPerMover;
+    std::vector<BiquadCoefficients> laidOut;  // for each mover, those of its step
     int count = 0;
 };
 

@@ -25,6 +25,9 @@ public:
         Separate = 2,
     };
 
+    /// Controls that move are looked at this often at least, and every scheduleStep in fast sweeps.
+    static constexpr int fineStep = 32;
+
     BiquadFilter(wave::Environment* environment, int maxSections);
     ~BiquadFilter() override;
 
@@ -60,9 +63,6 @@ protected:
     /// Sets the number of sections and schedules coefficients for the next `numSamples`.
     virtual void computeCoefficients(int numSamples,
                                      BiquadProcessor& target) noexcept CINDER_REALTIME = 0;
-
-    /// Controls that move are looked at this often at least, and every scheduleStep in fast sweeps.
-    static constexpr int fineStep = 32;
 
     /// For a filter whose controls move within the block. Every few samples, if anything moves that
     /// is looked at so often, asks `isDue(position, finely)` whether the coefficients in force no

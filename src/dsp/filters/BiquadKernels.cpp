@@ -85,12 +85,12 @@ struct Samples<2> {
         lanes[0].output[at] = static_cast<float>(v[0]);
         lanes[1].output[at] = static_cast<float>(v[1]);
     }
-    static CINDER_LANES V rounded(V v) { return widened(narrowed(v)); }
+    static CINDER_LANES V rounded(V v) { return toDouble(narrowed(v)); }
 
     // Two samples of a channel are converted together, then those of two channels exchanged.
     static CINDER_LANES Group loadGroup(const BiquadLane* lanes, std::ptrdiff_t at) {
         const auto from = [&](int lane, int i) __attribute__((always_inline)) {
-            return widened(Lanes<2>::load(lanes[lane].input + at + i));
+            return toDouble(Lanes<2>::load(lanes[lane].input + at + i));
         };
         const V firstEarly = from(0, 0), secondEarly = from(1, 0);
         const V firstLate = from(0, 2), secondLate = from(1, 2);
@@ -109,7 +109,6 @@ private:
     static CINDER_LANES Lanes<2> narrowed(V v) {
         return {__builtin_convertvector(v.raw, Lanes<2>::Raw)};
     }
-    static CINDER_LANES V widened(Lanes<2> v) { return {__builtin_convertvector(v.raw, V::Raw)}; }
 };
 
 /// One section of all lanes. The products are taken in such an order that an output waits for one
@@ -204,15 +203,19 @@ struct Skewed {
     static CINDER_LANES V join(V2 first, V2 second) { return shuffle<0, 1, 2, 3>(first, second); }
 
     CINDER_LANES Skewed(const Section<2>& first, const Section<2>& second)
-        : b0(join(first.b0, second.b0)),
-          b1(join(first.b1, second.b1)),
-          b2(join(first.b2, second.b2)),
-          minusA1(join(first.minusA1, second.minusA1)),
-          minusA2(join(first.minusA2, second.minusA2)),
-          x1(join(first.x1, second.x1)),
+        : x1(join(first.x1, second.x1)),
           x2(join(first.x2, second.x2)),
           y1(join(first.y1, second.y1)),
-          y2(join(first.y2, second.y2)) {}
+          y2(join(first.y2, second.y2)) {
+        takeCoefficients(first, second);
+    }
+    CINDER_LANES void takeCoefficients(const Section<2>& first, const Section<2>& second) {
+        b0 = join(first.b0, second.b0);
+        b1 = join(first.b1, second.b1);
+        b2 = join(first.b2, second.b2);
+        minusA1 = join(first.minusA1, second.minusA1);
+        minusA2 = join(first.minusA2, second.minusA2);
+    }
     CINDER_LANES void storeTo(Section<2>& first, Section<2>& second) const {
         const auto split = [&](V Skewed::*value, V2 Section<2>::*part)
             __attribute__((always_inline)) {
@@ -227,7 +230,7 @@ struct Skewed {
     }
     /// As Section::advance. In and out are rounded to float.
     CINDER_LANES Floats advance(Floats in) {
-        const V x = {__builtin_convertvector(in.raw, V::Raw)};
+        const V x = toDouble(in);
         const V forward = mulAdd(b0, x, mulAdd(b1, x1, b2 * x2));
         const V y = mulAdd(minusA1, y1, mulAdd(minusA2, y2, forward));
         x2 = x1;
@@ -241,34 +244,71 @@ struct Skewed {
     V x1, x2, y1, y2;
 };
 
-/// Two sections over `numSamples` of two channels from `at` on, at least one.
-CINDER_LANES void runSkewed(Section<2>* sections, const BiquadLane* lanes, std::ptrdiff_t at,
-                            std::ptrdiff_t numSamples) {
-    using S = Samples<2>;
+/// The samples of two channels that two sections run over.
+struct SkewedSamples {
     using Floats = Skewed::Floats;
-    const std::ptrdiff_t last = at + numSamples - 1;
-    const float* const in[] = {lanes[0].input + 1, lanes[1].input + 1};
-    float* const out[] = {lanes[0].output, lanes[1].output};
-    const auto first = S::rounded(sections[0].advance(S::load(lanes, at)));
-    // Behind the first lane pair, what the first section hands on.
-    Floats f(Floats::Raw{static_cast<float>(first[0]), static_cast<float>(first[1]), 0.0f, 0.0f});
-    Skewed both(sections[0], sections[1]);
-    for (; at + 4 <= last; at += 4) {
+
+    explicit CINDER_LANES SkewedSamples(const BiquadLane* lanes)
+        : in{lanes[0].input + 1, lanes[1].input + 1}, out{lanes[0].output, lanes[1].output} {}
+
+    /// Four samples; `beforeLast` is called ahead of the last of them.
+    template <class Action>
+    CINDER_LANES Floats advanceGroup(Skewed& both, Floats f, std::ptrdiff_t at,
+                                     Action beforeLast) const {
         const Floats a = Floats::load(in[0] + at), b = Floats::load(in[1] + at);
         const Floats early = shuffle<0, 4, 1, 5>(a, b), late = shuffle<2, 6, 3, 7>(a, b);
         const Floats f0 = both.advance(shuffle<0, 1, 4, 5>(early, f));
         const Floats f1 = both.advance(shuffle<2, 3, 4, 5>(early, f0));
         const Floats f2 = both.advance(shuffle<0, 1, 4, 5>(late, f1));
+        beforeLast();
         f = both.advance(shuffle<2, 3, 4, 5>(late, f2));
         const Floats left = shuffle<2, 3, 6, 7>(f0, f1), right = shuffle<2, 3, 6, 7>(f2, f);
         shuffle<0, 2, 4, 6>(left, right).store(out[0] + at);
         shuffle<1, 3, 5, 7>(left, right).store(out[1] + at);
+        return f;
     }
-    for (; at < last; ++at) {
+    CINDER_LANES Floats advanceOne(Skewed& both, Floats f, std::ptrdiff_t at) const {
         f = both.advance(Floats(Floats::Raw{in[0][at], in[1][at], f[0], f[1]}));
         out[0][at] = f[2];
         out[1][at] = f[3];
+        return f;
     }
+
+    const float* const in[2];
+    float* const out[2];
+};
+
+/// Two sections over `numSamples` of two channels from `at` on, at least one. At the end of each
+/// run of `runLength` samples, a multiple of four, `loadNext(which)` puts new coefficients into the
+/// sections; the first one is a sample ahead, and has them for that sample already.
+template <class Load>
+CINDER_LANES void runSkewed(Section<2>* sections, const BiquadLane* lanes, std::ptrdiff_t at,
+                            std::ptrdiff_t numSamples, std::ptrdiff_t runLength, Load loadNext) {
+    using S = Samples<2>;
+    using Floats = Skewed::Floats;
+    const std::ptrdiff_t last = at + numSamples - 1;
+    const SkewedSamples samples(lanes);
+    const auto first = S::rounded(sections[0].advance(S::load(lanes, at)));
+    // Behind the first lane pair, what the first section hands on.
+    Floats f(Floats::Raw{static_cast<float>(first[0]), static_cast<float>(first[1]), 0.0f, 0.0f});
+    Skewed both(sections[0], sections[1]);
+    const auto nothing = []() __attribute__((always_inline)){};
+    for (std::ptrdiff_t end = at + runLength; end <= last; end += runLength) {
+        for (; at + 4 < end; at += 4)
+            f = samples.advanceGroup(both, f, at, nothing);
+        const auto changeFirst = [&]() __attribute__((always_inline)) {
+            loadNext(0);
+            both.takeCoefficients(sections[0], sections[1]);
+        };
+        f = samples.advanceGroup(both, f, at, changeFirst);
+        at += 4;
+        loadNext(1);
+        both.takeCoefficients(sections[0], sections[1]);
+    }
+    for (; at + 4 <= last; at += 4)
+        f = samples.advanceGroup(both, f, at, nothing);
+    for (; at < last; ++at)
+        f = samples.advanceOne(both, f, at);
     both.storeTo(sections[0], sections[1]);
     using V2 = Skewed::V2;
     const V2 end(V2::Raw{static_cast<double>(f[0]), static_cast<double>(f[1])});
@@ -300,7 +340,8 @@ CINDER_LANES void cascade(const BiquadLane* lanes, const BiquadRun* runs, int nu
                 return run->coefficients[lane][first + s];
             });
         if constexpr (skewed) {
-            if (run->numSamples > 0) runSkewed(sections, lanes, at, run->numSamples);
+            if (run->numSamples > 0)
+                runSkewed(sections, lanes, at, run->numSamples, run->numSamples, [](int) {});
         } else {
             advanceAll<numLanes, count>(sections, lanes, at, at + run->numSamples);
         }
@@ -333,31 +374,42 @@ void run(const BiquadLane* lanes, const BiquadRun* runs, int numRuns, int firstS
 
 template <int count>
 CINDER_LANES void runStepsTogether(const BiquadLane* lanes, const BiquadStep* steps,
-                                   int numSamples) {
+                                   std::ptrdiff_t runLength, std::ptrdiff_t numSamples) {
     Section<2> sections[count];
+    const BiquadCoefficients* next[count];
+    const auto loadNext = [&](int s) __attribute__((always_inline)) {
+        sections[s].loadCoefficients([&](int) __attribute__((always_inline)) { return *next[s]; });
+        next[s] += steps[s].stride;
+    };
     for (int s = 0; s < count; ++s) {
         sections[s].loadState(steps[s].states);
-        sections[s].loadCoefficients([&](int) __attribute__((always_inline)) {
-            return *steps[s].coefficients;
-        });
+        next[s] = steps[s].coefficients;
     }
-    if constexpr (canSkew && count == 2)
-        runSkewed(sections, lanes, 0, numSamples);
-    else
-        advanceAll<2, count>(sections, lanes, 0, numSamples);
+    if constexpr (canSkew && count == 2) {
+        loadNext(0);
+        loadNext(1);
+        runSkewed(sections, lanes, 0, numSamples, runLength, loadNext);
+    } else {
+        for (std::ptrdiff_t at = 0; at < numSamples; at += runLength) {
+            for (int s = 0; s < count; ++s)
+                loadNext(s);
+            const std::ptrdiff_t end = at + runLength;
+            advanceAll<2, count>(sections, lanes, at, end < numSamples ? end : numSamples);
+        }
+    }
     for (int s = 0; s < count; ++s)
         sections[s].storeState(steps[s].states);
 }
 
-void runSteps(const BiquadLane* lanes, const BiquadStep* steps, int numSteps,
+void runSteps(const BiquadLane* lanes, const BiquadStep* steps, int numSteps, int runLength,
               int numSamples) noexcept {
     if (numSamples <= 0) return;
     BiquadLane own[] = {lanes[0], lanes[1]};
     for (const BiquadStep* const end = steps + numSteps; steps < end; steps += 2) {
         if (steps + 1 < end)
-            runStepsTogether<2>(own, steps, numSamples);
+            runStepsTogether<2>(own, steps, runLength, numSamples);
         else
-            runStepsTogether<1>(own, steps, numSamples);
+            runStepsTogether<1>(own, steps, runLength, numSamples);
         for (BiquadLane& lane : own)
             lane.input = lane.output;
     }

@@ -25,16 +25,19 @@ struct BiquadRun {
 using RunBiquads = void (*)(const BiquadLane* lanes, const BiquadRun* runs, int numRuns,
                             int firstSection, int numSections) noexcept;
 
-/// A section of two channels that share its coefficients.
+/// A section of two channels that share its coefficients, those of run r at
+/// coefficients[r * stride].
 struct BiquadStep {
     const BiquadCoefficients* coefficients;
+    int stride;
     BiquadState* states[maxBiquadLanes];
 };
 
-/// Runs sections that belong to any filters, one behind the other, over two channels. The states of
-/// the lanes are not looked at.
+/// Runs sections that belong to any filters, one behind the other, over two channels. The samples
+/// are cut into runs of `runLength`, a multiple of four unless there is but one, and what is left.
+/// The states of the lanes are not looked at.
 using RunBiquadSteps = void (*)(const BiquadLane* lanes, const BiquadStep* steps, int numSteps,
-                                int numSamples) noexcept;
+                                int runLength, int numSamples) noexcept;
 
 /// All of them give the same bits: every lane has its own state, and all fuse the same products
 /// with the same sums where the set can.

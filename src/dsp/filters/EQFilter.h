@@ -2,6 +2,7 @@
 
 #include "dsp/filters/AnalogFilterPrototype.h"
 #include "dsp/filters/BiquadFilter.h"
+#include "dsp/filters/ShelvingKernels.h"
 #include "wave/FloatParameterBus.h"
 
 namespace cinder {
@@ -30,13 +31,13 @@ public:
     Standing standing(int numSamples) noexcept CINDER_REALTIME;
     int getNumSections() const { return (polesOf(slope, shape) + 1) / 2; }
     float getWetFactor() const { return wetFactor; }
-    /// The coefficients of a block in which the filter is `Moving`, until `forgetLayOut`. [audio]
-    const Schedule<BiquadCoefficients>& layOut(int numSamples) noexcept CINDER_REALTIME;
-    void forgetLayOut() noexcept CINDER_REALTIME { processor.clearSchedule(); }
+    /// The coefficients of a block in which the filter is `Moving`, for every `fineStep` samples of
+    /// it one set, in the order of time. [audio]
+    void layOut(int numSamples, BiquadCoefficients* perStep) noexcept CINDER_REALTIME;
     const BiquadCoefficients& getCoefficients(int section) const { return coefficients[section]; }
 
     /// That of the last design.
-    const AnalogFilterPrototype& getPrototype() const { return prototype; }
+    AnalogFilterPrototype getPrototype() const noexcept CINDER_REALTIME;
 
     wave::FloatParameterBus frequency;
     wave::FloatParameterBus gain;
@@ -57,16 +58,19 @@ private:
 
     bool staysWet(const float* gains, int numSamples) const noexcept CINDER_REALTIME;
     bool needsDesign(const Settings& now) const noexcept CINDER_REALTIME;
+    bool isShelving() const noexcept CINDER_REALTIME;
     void design(const Settings& now) noexcept CINDER_REALTIME;
-    void updatePrototype(const Settings& now) noexcept CINDER_REALTIME;
+    float takeGain(float gainDb) noexcept CINDER_REALTIME;
+    void updateLaw() noexcept CINDER_REALTIME;
 
     Settings designed = none;
-    // Of the last design: what depends on the frequency alone, and on q alone.
+    // Of the last design: what depends on the frequency alone, on q alone, and on both.
     float omega = 0.0f;
     double tangent = 0.0;
     double prototypeQ = 1.0;
+    ShelvingLaw law;
     float wetFactor = 1.0f;
-    AnalogFilterPrototype prototype;
+    float designGainDb = 0.0f;
     BiquadCoefficients coefficients[AnalogFilterPrototype::maxSections];
 };
 

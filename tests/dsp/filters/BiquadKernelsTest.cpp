@@ -112,31 +112,56 @@ TEST_CASE("BiquadKernels: one and two lanes have the bits of the plain form, whi
     }
 }
 
+/// As steps: of every section, one set of coefficients for all runs or one for each.
+struct Steps {
+    Steps(const Channel& channel, Channel* lanes) : sets(channel.states.size()) {
+        for (std::size_t s = 0; s < sets.size(); ++s) {
+            for (const auto& ofRun : channel.coefficients)
+                sets[s].push_back(ofRun[s]);
+            steps.push_back({sets[s].data(),
+                             sets[s].size() > 1 && sets[s][0] != sets[s][1] ? 1 : 0,
+                             {&lanes[0].states[s], &lanes[1].states[s]}});
+        }
+    }
+    std::vector<std::vector<BiquadCoefficients>> sets;
+    std::vector<BiquadStep> steps;
+};
+
 TEST_CASE("BiquadKernels: sections of several filters have the bits of the plain form") {
     Rng rng = Rng::fromEnvironment();
+    const auto check = [&rng](int numSections, int numRuns, int runLength, int n) {
+        INFO("sections " << numSections << ", runs " << numRuns << " of " << runLength
+                         << ", samples " << n << ", seed " << rng.seed());
+        Channel plain[] = {Channel(rng, numSections, static_cast<std::size_t>(numRuns)),
+                           Channel(rng, numSections, 1)};
+        for (auto& ofRun : plain[0].coefficients)
+            for (std::size_t s = 1; s < ofRun.size(); s += 3)
+                ofRun[s] = plain[0].coefficients[0][s];  // some stand still
+        plain[1].coefficients = plain[0].coefficients;
+        Channel together[] = {plain[0], plain[1]};
+        for (Channel& channel : plain) {
+            std::vector<BiquadRun> runs;
+            for (int i = 0; i < numRuns; ++i)
+                runs.push_back({i + 1 < numRuns ? runLength : n - i * runLength,
+                                {channel.coefficients[static_cast<std::size_t>(i)].data()}});
+            const BiquadLane lane = channel.lane();
+            biquadKernels->plain(&lane, runs.data(), numRuns, 0, numSections);
+        }
+        const Steps steps(plain[0], together);
+        const BiquadLane lanes[] = {together[0].lane(), together[1].lane()};
+        biquadKernels->steps(lanes, steps.steps.data(), numSections, runLength, n);
+        CHECK(haveSameBits(together[0], plain[0]));
+        CHECK(haveSameBits(together[1], plain[1]));
+    };
     for (const simd::InstructionSet set : simd::supportedSets()) {
         simd::ScopedInstructionSet scope(set);
-        for (int numSections = 1; numSections <= 5; ++numSections)
-            for (const int n : {1, 2, 5, 6, 44, blockSize}) {
-                INFO(simd::nameOf(set) << ", sections " << numSections << ", samples " << n
-                                       << ", seed " << rng.seed());
-                Channel plain[] = {Channel(rng, numSections, 1), Channel(rng, numSections, 1)};
-                plain[1].coefficients = plain[0].coefficients;
-                Channel together[] = {plain[0], plain[1]};
-                const BiquadCoefficients* const shared = plain[0].coefficients[0].data();
-                for (Channel& channel : plain) {
-                    const BiquadRun run = {n, {shared, nullptr}};
-                    const BiquadLane lane = channel.lane();
-                    biquadKernels->plain(&lane, &run, 1, 0, numSections);
-                }
-                std::vector<BiquadStep> steps;
-                for (std::size_t s = 0; s < plain[0].states.size(); ++s)
-                    steps.push_back({shared + s, {&together[0].states[s], &together[1].states[s]}});
-                const BiquadLane lanes[] = {together[0].lane(), together[1].lane()};
-                biquadKernels->steps(lanes, steps.data(), numSections, n);
-                CHECK(haveSameBits(together[0], plain[0]));
-                CHECK(haveSameBits(together[1], plain[1]));
-            }
+        INFO(simd::nameOf(set));
+        for (int numSections = 1; numSections <= 5; ++numSections) {
+            for (const int n : {1, 2, 5, 6, 44, blockSize})
+                check(numSections, 1, n, n);
+            for (const int n : {33, 48, 64, 65, 71, 95})
+                check(numSections, (n + 31) / 32, 32, n);
+        }
     }
 }
 

@@ -8,6 +8,8 @@
 #include <limits>
 #include <string>
 
+#include "core/simd/InstructionSet.h"
+#include "dsp/filters/Bilinear.h"
 #include "dsp/filters/ClosedForm.h"
 #include "support/Rng.h"
 #include "support/StageRig.h"
@@ -103,6 +105,33 @@ TEST_CASE("EQFilter: sounds as the warped analog prototype at every shape, slope
                     CHECK(std::abs(heard - wanted) < 1.2e-4 * wanted + 2e-6);
                 }
             }
+}
+
+TEST_CASE("EQFilter: one section with a gain is designed as its prototype is, in every set") {
+    for (const simd::InstructionSet set : simd::supportedSets()) {
+        simd::ScopedInstructionSet scope(set);
+        for (const auto shape : {FilterShape::Bell, FilterShape::LowShelf, FilterShape::HighShelf})
+            for (const float q : {0.025f, 0.3f, 1.0f, 40.0f})
+                for (const float gainDb : {-30.0f, -7.3f, 0.05f, 11.0f, 30.0f}) {
+                    INFO("shape " << static_cast<int>(shape) << ", Q " << q << ", " << gainDb);
+                    wave::Environment environment;
+                    OpenEqualiser filter(&environment);
+                    filter.set(shape, FilterSlope::Poles2, 2500.0f, gainDb, q);
+                    filter.runLengths(1);
+                    const AnalogFilterPrototype prototype = filter.getPrototype();
+                    REQUIRE(prototype.getNumSections() == 1);
+                    const float omega = angularFrequency(std::log2(2500.0f), 44100.0f);
+                    const auto tangent = static_cast<double>(bilinearTangent(omega));
+                    const BiquadCoefficients wanted = mapBilinear(prototype.getSection(0), tangent);
+                    const BiquadCoefficients& c = filter.getCoefficients(0);
+                    constexpr double error = 1e-13;
+                    CHECK(std::abs(c.b0 - wanted.b0) < error * std::abs(wanted.b0));
+                    CHECK(std::abs(c.b1 - wanted.b1) < error * std::abs(wanted.b0));
+                    CHECK(std::abs(c.b2 - wanted.b2) < error * std::abs(wanted.b0));
+                    CHECK(std::abs(c.a1 - wanted.a1) < error);
+                    CHECK(std::abs(c.a2 - wanted.a2) < error);
+                }
+    }
 }
 
 TEST_CASE("EQFilter: stays finite and dies away at every frequency, also above half the rate") {
