@@ -20,8 +20,10 @@ constexpr int maxLinks = 40;  // as many as the kernel follows
 constexpr std::size_t maxNameBytes = 255;
 constexpr int maxNameTries = 100;
 
-/// `.NAME.XXXXXX.part`, with NAME cut (between characters) where the whole would be too long.
-std::string unfinishedName(const std::string& name, std::random_device& random) {
+}  // namespace
+
+std::string unfinishedName(const std::string& name) {
+    std::random_device random;
     constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
     std::string ending = ".";
     for (int i = 0; i < 6; ++i)
@@ -38,8 +40,6 @@ std::string unfinishedName(const std::string& name, std::random_device& random) 
     whole.append(name, 0, kept).append(ending);
     return whole;
 }
-
-}  // namespace
 
 Path followLinks(Path path, int& error) {
     std::error_code failed;
@@ -61,9 +61,8 @@ Path folderOf(const Path& path) {
 }
 
 int createUnfinished(const Path& target, Path& unfinished) {
-    std::random_device random;
     for (int tries = 0; tries < maxNameTries; ++tries) {
-        Path candidate = folderOf(target) / unfinishedName(target.filename().string(), random);
+        Path candidate = folderOf(target) / unfinishedName(target.filename().string());
         // Opened as any new file is, so that the umask and the folder's defaults hold.
         const int made = ::open(candidate.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (made < 0 && errno == EEXIST) continue;
@@ -82,6 +81,17 @@ bool inheritRights(int descriptor, const struct stat& old) {
                             ::fchown(descriptor, static_cast<uid_t>(-1), old.st_gid) == 0;
     if (!sameOwners) mode &= ~static_cast<mode_t>(S_IRWXG);
     return ::fchmod(descriptor, mode) == 0;
+}
+
+bool writeAll(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t wrote = ::write(descriptor, bytes.data(), bytes.size());
+        if (wrote >= 0)
+            bytes.remove_prefix(static_cast<std::size_t>(wrote));
+        else if (errno != EINTR)
+            return false;
+    }
+    return true;
 }
 
 bool flushToDisk(int descriptor) {

@@ -53,17 +53,6 @@ private:
     Path path;
 };
 
-bool writeAll(int descriptor, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t wrote = ::write(descriptor, bytes.data(), bytes.size());
-        if (wrote >= 0)
-            bytes.remove_prefix(static_cast<std::size_t>(wrote));
-        else if (errno != EINTR)
-            return false;
-    }
-    return true;
-}
-
 /// Writes `bytes` to a file of its own beside `target` and puts it in its place.
 bool replace(const Path& target, const struct stat* old, std::string_view bytes) {
     Path path;
