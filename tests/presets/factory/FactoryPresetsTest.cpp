@@ -144,7 +144,7 @@ TEST_CASE("FactoryPresets: each sounds, stays sane, keeps its loudness, and is l
     std::map<std::string, Pictures> pictures;  // by audio
     for (const PresetSource& source : readPresetSources(factoryFolder)) {
         const PresetHead& head = source.text.head;
-        INFO(source.folder << '/' << source.name);
+        INFO(source.folder << "/" << source.name);
         const Channels& dry = dryAudio(head.audio);
         const Channels wet = renderPreset(asLoaded(source), dry);
         checkSound(head, wet, dry);
@@ -163,7 +163,7 @@ TEST_CASE("FactoryPresets: every folder has some, each says what it is for, some
     std::set<std::string> found, names;
     std::map<int, int> formats;
     for (const PresetSource& source : readPresetSources(factoryFolder)) {
-        INFO(source.folder << '/' << source.name);
+        INFO(source.folder << "/" << source.name);
         found.insert(source.folder);
         ++formats[source.text.head.format.value_or(presetVersion)];
         CHECK(names.insert(source.name).second);  // one may be looked for by its name alone
@@ -186,7 +186,7 @@ TEST_CASE("FactoryPresets: the components are there, and each keeps to its own s
         std::set<std::string> names;
         std::set<std::vector<float>> contents;
         for (const PresetSource& source : readPresetSources(componentFolder + folder)) {
-            INFO(folder << '/' << source.name);
+            INFO(folder << "/" << source.name);
             std::string fault;
             CHECK_MESSAGE(componentContentOf(source.values, kind, tree, fault), fault);
             CHECK_FALSE(source.text.head.intent.empty());
