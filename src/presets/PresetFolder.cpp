@@ -8,7 +8,6 @@
 #include <charconv>
 #include <limits>
 #include <system_error>
-#include <tuple>
 #include <utility>
 
 namespace cinder {
@@ -84,14 +83,17 @@ void PresetFolder::scanSubfolders(const IntervalTimer& timer, std::int32_t budge
     while (folders->next()) {
         folders->name(folderName);
         if (folderName.starts_with('.') || isCircularLink(path + folderName)) continue;
-        subfolders.push_back(std::make_unique<PresetFolder>(path + folderName, extension,
-                                                            rest(budgetMs, timer), makeTimer));
-        cutShort |= subfolders.back()->cutShort;
+        subfolders.push_back(
+            std::make_unique<PresetFolder>(path + folderName, extension, 0, makeTimer));
     }
     std::sort(subfolders.begin(), subfolders.end(), [](const auto& a, const auto& b) {
         return a->order != b->order ? a->order < b->order
                                     : isBefore(a->name, a->path, b->name, b->path);
     });
+    for (const auto& subfolder : subfolders) {
+        subfolder->scan(subfolder->path, rest(budgetMs, timer));
+        cutShort |= subfolder->cutShort;
+    }
 }
 
 bool PresetFolder::contains(std::string_view presetPath) const {

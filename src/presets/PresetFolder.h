@@ -22,8 +22,8 @@ namespace cinder {
 ///
 /// Range   budgetMs bounds the time for which a scan holds up its thread. When it is up, presets
 ///         and folders found so far stay, and folders that are still to be listed are empty. A
-///         folder lists its own presets before it goes into other folders, so that what is high
-///         up in the tree is found first
+///         folder lists its own presets before it goes into other folders, and into these in
+///         their order, so that what is high up in the tree or first in it is found first
 /// State   as the disk was when it was scanned. A scan replaces every folder and entry below: no
 ///         pointer into the tree stays valid across it. [ui] or under the instance lock
 /// Errors  none: a folder that can't be read is empty. A link to a folder that it lies in itself

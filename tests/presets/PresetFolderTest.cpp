@@ -87,10 +87,15 @@ TEST_CASE("PresetFolder: a scan that is too slow ends with its budget, with what
         std::uint32_t clockMs = 0;
         const PresetFolder folder(tree.root(), ".knp", budget, SlowTimer::factory(clockMs, 1));
         std::size_t found = 0;
-        for (const auto& subfolder : folder.getSubfolders())
+        bool isTimeUp = false;
+        for (const auto& subfolder : folder.getSubfolders()) {
+            CHECK_FALSE((isTimeUp && !subfolder->isEmpty()));
+            isTimeUp = isTimeUp || subfolder->isEmpty();
             for (const auto& inner : subfolder->getSubfolders())
                 found += inner->getPresets().size();
+        }
         CHECK(found >= before);
+        CHECK(folder.isCutShort() == (found < numFolders * numEach));
         before = found;
         CHECK(folder.getSubfolders().size() == (budget < 1 ? 0 : numFolders));
         if (budget >= 10) CHECK(folder.getPresets().size() == 2);
@@ -98,6 +103,9 @@ TEST_CASE("PresetFolder: a scan that is too slow ends with its budget, with what
         CHECK(static_cast<std::int32_t>(clockMs) <= std::max(budget, 0) + 2 + int{numFolders});
     }
     CHECK(before == numFolders * numEach);
+    std::uint32_t clockMs = 0;
+    const PresetFolder one(tree.root() + "f0\\in", ".knp", 3, SlowTimer::factory(clockMs, 1));
+    CHECK(one.getPresets().size() == 2);
 }
 
 TEST_CASE("PresetFolder: links lead to presets, and neither circles nor fans of links run away") {

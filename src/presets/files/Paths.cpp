@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <cstddef>
+#include <optional>
 #include <system_error>
 
 #include "core/Utf8.h"
@@ -39,7 +40,7 @@ unsigned char byteOfStandIn(std::string_view text) {
     return byte == '\\' || byte >= 0x80 ? static_cast<unsigned char>(byte) : 0;
 }
 
-bool isLinkTo(const struct stat& target, const Path& folder) {
+bool isSameFile(const struct stat& target, const Path& folder) {
     struct stat status {};
     return ::stat(folder.c_str(), &status) == 0 && status.st_dev == target.st_dev &&
            status.st_ino == target.st_ino;
@@ -127,8 +128,8 @@ bool isCircularLink(std::string_view path) {
     if (::lstat(link.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) return false;
     if (::stat(link.c_str(), &status) != 0) return false;
     for (Path folder = link.parent_path();; folder = folder.parent_path()) {
-        if (folder.empty()) return isLinkTo(status, ".");
-        if (isLinkTo(status, folder)) return true;
+        if (folder.empty()) return isSameFile(status, ".");
+        if (isSameFile(status, folder)) return true;
         if (!folder.has_relative_path()) return false;
     }
 }
@@ -136,7 +137,9 @@ bool isCircularLink(std::string_view path) {
 std::string documentsFolder() {
     const Path home = platform::homeFolder();
     const Path config = platform::configFolder();
-    const auto content = platform::readWholeFile(config / "user-dirs.dirs", maxUserDirsBytes);
+    std::optional<std::string> content;
+    if (!config.empty())
+        content = platform::readWholeFile(config / "user-dirs.dirs", maxUserDirsBytes);
     Path folder = userDirectory(content.value_or(""), "XDG_DOCUMENTS_DIR", home);
     if (folder.empty() && !home.empty()) folder = home / "Documents";
     return withTrailingBackslash(systemPath(folder));
