@@ -2,8 +2,9 @@
 
 namespace cinder {
 
-BiquadFilter::BiquadFilter(wave::Environment* environment, int maxSections)
-    : Filter(environment), processor(environment, maxSections) {
+BiquadFilter::BiquadFilter(wave::Environment* environment, int maxSections,
+                           BiquadProcessor::Carried carried)
+    : Filter(environment), processor(environment, maxSections, carried) {
     makeResettable();
 }
 

@@ -10,9 +10,9 @@ namespace cinder {
 /// A filter of second-order sections that can be switched off and on, and run in pairs. A derived
 /// class says what the coefficients are, and hands on the property changes that are not its own.
 /// Shape   one channel. Switched off, or in silence once it has rung out, it hands its input on and
-/// costs nothing. The filters of two
-///         channels that are partners and linked run as two lanes: the one pulled first in a cycle
-///         pulls the other's input as well, and the other's output is ready when it is pulled
+///         costs nothing. The filters of two channels that are partners and linked run as two
+///         lanes: the one pulled first in a cycle pulls the other's input as well, and the other's
+///         output is ready when it is pulled
 /// State   that of its processor; a filter that has missed a block restarts softly
 class BiquadFilter : public wave::Filter, public PropertyOwner {
 public:
@@ -28,7 +28,8 @@ public:
     /// Controls that move are looked at this often at least, and every scheduleStep in fast sweeps.
     static constexpr int fineStep = 32;
 
-    BiquadFilter(wave::Environment* environment, int maxSections);
+    BiquadFilter(wave::Environment* environment, int maxSections,
+                 BiquadProcessor::Carried carried = BiquadProcessor::Carried::Samples);
     ~BiquadFilter() override;
 
     /// Clears the state; ends a fade. [audio]

@@ -11,13 +11,14 @@ constexpr double fadeSeconds = 0.02;
 
 }  // namespace
 
-BiquadProcessor::BiquadProcessor(wave::Environment* environment, int maxSections)
+BiquadProcessor::BiquadProcessor(wave::Environment* environment, int maxSections, Carried carried)
     : Component(environment),
       coefficients(environment->getMaxBlockSize() / scheduleStep, maxSections),
       wetFactors(environment->getMaxBlockSize() / scheduleStep, 1),
       // Two schedules side by side change as often as both together.
       runs(static_cast<std::size_t>(environment->getMaxBlockSize() / scheduleStep * 2 + 2)),
-      states(static_cast<std::size_t>(maxSections)) {}
+      states(static_cast<std::size_t>(maxSections)),
+      inForce(carried == Carried::Charge ? states.size() : 0) {}
 
 bool BiquadProcessor::process(std::span<const Channel> channels, bool isShared,
                               int numSamples) noexcept CINDER_REALTIME {
@@ -189,6 +190,7 @@ int BiquadProcessor::collectRuns(std::span<const Channel> channels,
 
 void BiquadProcessor::runSections(std::span<const Channel> channels,
                                   int numRuns) noexcept CINDER_REALTIME {
+    if (!inForce.empty()) return runCharged(channels, numRuns);
     BiquadLane lanes[maxBiquadLanes] = {};
     bool restarts = false;
     for (std::size_t c = 0; c < channels.size(); ++c) {
@@ -211,6 +213,48 @@ void BiquadProcessor::runSections(std::span<const Channel> channels,
     }
     for (const Channel& channel : channels)
         channel.processor->restart = Restart::None;
+}
+
+/// Run by run, since the states change in between.
+void BiquadProcessor::runCharged(std::span<const Channel> channels,
+                                 int numRuns) noexcept CINDER_REALTIME {
+    const int numSections = getNumSections();
+    BiquadLane lanes[maxBiquadLanes] = {};
+    for (std::size_t c = 0; c < channels.size(); ++c) {
+        BiquadProcessor& processor = *channels[c].processor;
+        lanes[c] = {channels[c].input, channels[c].output, processor.states.data()};
+        if (processor.restart != Restart::None)
+            std::fill_n(processor.states.begin(), numSections, BiquadState{});
+        processor.restart = Restart::None;
+    }
+    const RunBiquads kernel = channels.size() == 1 ? biquadKernels->single : biquadKernels->pair;
+    for (int r = 0; r < numRuns; ++r) {
+        const BiquadRun& run = runs[static_cast<std::size_t>(r)];
+        carryCharges(channels, run, numSections);
+        kernel(lanes, &run, 1, 0, numSections);
+        for (std::size_t c = 0; c < channels.size(); ++c) {
+            lanes[c].input += run.numSamples;
+            lanes[c].output += run.numSamples;
+        }
+    }
+}
+
+void BiquadProcessor::carryCharges(std::span<const Channel> channels, const BiquadRun& run,
+                                   int numSections) noexcept CINDER_REALTIME {
+    const InForce* last = nullptr;  // neighbours mostly have the same coefficients
+    for (std::size_t c = 0; c < channels.size(); ++c) {
+        BiquadProcessor& processor = *channels[c].processor;
+        for (int s = 0; s < numSections; ++s) {
+            const BiquadCoefficients& next = run.coefficients[c][s];
+            InForce& before = processor.inForce[static_cast<std::size_t>(s)];
+            if (next == before.coefficients) continue;
+            const InForce now =
+                last && last->coefficients == next ? *last : InForce{next, HeldCharge(next)};
+            before.charge.carry(now.charge, processor.stateOf(s));
+            before = now;
+            last = &before;
+        }
+    }
 }
 
 }  // namespace cinder

@@ -8,6 +8,7 @@
 #include "core/Constants.h"
 #include "core/Property.h"
 #include "dsp/filters/BiquadKernels.h"
+#include "dsp/filters/HeldCharge.h"
 #include "dsp/filters/Schedule.h"
 #include "wave/Producer.h"
 
@@ -35,6 +36,11 @@ public:
         FromZero = 0,
         FromFirstInput = 1,  ///< after a soft restart; a filter that passes DC then starts settled
     };
+    /// What goes on where coefficients change.
+    enum class Carried : std::int32_t {
+        Samples = 0,  ///< the last inputs and outputs, as they were
+        Charge = 1,   ///< see HeldCharge; sections start from zero
+    };
     enum class Restart { None, Soft, Hard };
 
     /// A processor at work on a block of its channel; the blocks do not overlap.
@@ -47,7 +53,8 @@ public:
     /// Coefficients change at multiples of this many samples within a block.
     static constexpr int scheduleStep = 4;
 
-    BiquadProcessor(wave::Environment* environment, int maxSections);
+    BiquadProcessor(wave::Environment* environment, int maxSections,
+                    Carried carried = Carried::Samples);
 
     /// The schedule of the coming block; the number of sections first. [audio]
     void setNumSections(int count) noexcept CINDER_REALTIME { coefficients.setWidth(count); }
@@ -120,6 +127,9 @@ private:
     void applyMix(float wet, int numSamples, const float* dry, float* out) noexcept CINDER_REALTIME;
     int collectRuns(std::span<const Channel> channels, bool isShared) noexcept CINDER_REALTIME;
     void runSections(std::span<const Channel> channels, int numRuns) noexcept CINDER_REALTIME;
+    void runCharged(std::span<const Channel> channels, int numRuns) noexcept CINDER_REALTIME;
+    static void carryCharges(std::span<const Channel> channels, const BiquadRun& run,
+                             int numSections) noexcept CINDER_REALTIME;
 
     Schedule<BiquadCoefficients> coefficients;
     Schedule<float> wetFactors;
@@ -127,6 +137,12 @@ private:
     float heldWetFactor = 1.0f;
     std::vector<BiquadRun> runs;  // work space
     std::vector<BiquadState> states;
+    /// The coefficients that the states are from.
+    struct InForce {
+        BiquadCoefficients coefficients;
+        HeldCharge charge;
+    };
+    std::vector<InForce> inForce;  // empty where samples are carried
     Restart restart = Restart::Hard;
 
     // `remaining` samples ahead of its target the mix is mixTarget - mixStep * remaining.

@@ -23,7 +23,7 @@ float limited(float log2Hz) noexcept {
 }  // namespace
 
 CrossoverFilter::CrossoverFilter(wave::Environment* environment, Response initialResponse)
-    : BiquadFilter(environment, maxSections),
+    : BiquadFilter(environment, maxSections, BiquadProcessor::Carried::Charge),
       frequency(environment, 10.0f, lowestLog2Hz, highestLog2Hz),
       response(initialResponse, this),
       designedLog2Hz(never) {}

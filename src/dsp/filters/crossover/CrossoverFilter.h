@@ -16,7 +16,8 @@ namespace cinder {
 ///         and only when the frequency has moved
 /// Range   frequency in log2 of Hz, 1 Hz up to as near below half the sample rate as the transform
 ///         goes
-/// State   that of BiquadFilter; sections start from zero
+/// State   that of BiquadFilter; sections start from zero. A frequency that moves, however fast and
+///         far, leaves the charge of the sections as it is, so that the sum stays near its input
 /// Source  S. Linkwitz, "Active crossover networks for noncoincident drivers", 1976
 class CrossoverFilter final : public BiquadFilter {
 public:

@@ -2,6 +2,7 @@
 
 #include <doctest/doctest.h>
 
+#include <memory>
 #include <utility>
 
 #include "dsp/filters/Bilinear.h"
@@ -135,6 +136,36 @@ TEST_CASE("MultiBand: bits do not depend on the cut of the block, nor do fades")
         if (run == 0) reference = bands;
         CHECK(bands == reference);
     }
+}
+
+TEST_CASE("MultiBand: crossovers may jump all over the range at any speed") {
+    // Where filters carry their last outputs over, this ends beyond every number. At 11 kHz most of
+    // the range is beyond half the rate, and a band there starts with next to no bandwidth.
+    constexpr int numSamples = 20000, numCrossovers = 5;
+    for (const float rate : {11025.0f, 48000.0f, 192000.0f})
+        for (const int period : {1, 6, 48, 500}) {
+            INFO("rate " << rate << ", jumps every " << period);
+            Rng rng(3);
+            const Samples noise = rng.noise(numSamples);
+            SplitRig rig(rate, noise);
+            rig.set(numCrossovers + 1, CrossoverSlope::Db24, {});
+            std::vector<std::unique_ptr<SignalSource>> moves;
+            for (int i = 0; i < numCrossovers; ++i) {
+                Samples log2Hz;
+                for (int at = 0; at < numSamples; ++at)
+                    log2Hz.push_back(at % period == 0 ? static_cast<float>(rng.real(5.3, 14.2))
+                                                      : log2Hz.back());
+                moves.push_back(std::make_unique<SignalSource>(&rig.environment, log2Hz));
+                rig.split.getCrossover(i).frequency.setSource(moves.back().get());
+            }
+            const Samples sum = SplitRig::sumOf(rig.play(numSamples));
+            double inPower = 0.0, outPower = 0.0;
+            for (std::size_t i = 0; i < sum.size(); ++i) {
+                inPower += std::pow(static_cast<double>(noise[i]), 2.0);
+                outPower += std::pow(static_cast<double>(sum[i]), 2.0);
+            }
+            CHECK(outPower / inPower < (rate > 40000.0f ? 12.0 : 80.0));
+        }
 }
 
 TEST_CASE("MultiBand: a sine takes no step of its own while bands come and go") {
