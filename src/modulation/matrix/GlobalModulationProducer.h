@@ -28,11 +28,16 @@ private:
 /// What the signal path connects to: hands on what the target's producer gives.
 class ModulationMatrix::GlobalTargetController final : public wave::Source {
 public:
-    GlobalTargetController(GlobalModulationProducer* producer, const Target* target)
+    GlobalTargetController(GlobalModulationProducer* producer, Target* target)
         : Source(producer->getEnvironment(), true), producer(producer), target(target) {}
 
     void render(wave::BasicBlock<float>*, int numSamples,
                 unsigned) noexcept CINDER_REALTIME override {
+        if (target->slots.empty()) {  // as most are, and there are many
+            bool isConstant = false;
+            passOn(target->base.follow(numSamples, &isConstant));
+            return setConstant(isConstant);
+        }
         passOn(producer->pull(numSamples));
         status = producer->getStatus();
     }
@@ -40,7 +45,7 @@ public:
 
 private:
     GlobalModulationProducer* const producer;
-    const Target* const target;
+    Target* const target;
 };
 
 }  // namespace cinder

@@ -8,6 +8,22 @@ namespace {
 
 #define CINDER_LAMBDA __attribute__((always_inline))
 
+/// Most targets have one slot: two registers at a time, with no list to go through.
+CINDER_LANES int sumOneProduct(const float* base, const float* source, const float* level,
+                               Wide minimum, Wide maximum, float* out, int n) {
+    const auto sumAt = [=](int i) CINDER_LAMBDA {
+        const Wide sum =
+            mulAdd(Wide::load(source + i), Wide::load(level + i), Wide::load(base + i));
+        min(max(sum, minimum), maximum).store(out + i);
+    };
+    int i = 0;
+    for (; i + 2 * wideLanes <= n; i += 2 * wideLanes) {
+        sumAt(i);
+        sumAt(i + wideLanes);
+    }
+    return i;
+}
+
 /// One pass: the running sum stays in a register.
 void sumProducts(const float* base, const float* const* sources, const float* const* levels,
                  int numProducts, float minimum, float maximum, float* out, int n) noexcept {
@@ -19,7 +35,9 @@ void sumProducts(const float* base, const float* const* sources, const float* co
             sum = mulAdd(Wide::load(sources[k] + i), Wide::load(levels[k] + i), sum);
         return limited(sum);
     };
-    int i = 0;
+    int i = numProducts == 1
+                ? sumOneProduct(base, sources[0], levels[0], Wide(minimum), Wide(maximum), out, n)
+                : 0;
     for (; i + wideLanes <= n; i += wideLanes)
         sumAt(i).store(out + i);
     if (i < n && n >= wideLanes) {
