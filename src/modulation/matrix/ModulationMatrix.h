@@ -66,12 +66,12 @@ public:
     /// The slots as the rest of the system handles them.
     Controller& getController();
     const ModulationMatrixShape& getShape() const { return *shape; }
-    const Slot& getSlot(int index) const { return slots[static_cast<std::size_t>(index)]; }
-    const Target& getTarget(int index) const { return targets[static_cast<std::size_t>(index)]; }
+    const Slot& getSlot(int index) const;
+    const Target& getTarget(int index) const;
 
 private:
-    Slot& slotAt(int index) { return slots[static_cast<std::size_t>(index)]; }
-    Target& targetAt(int index) { return targets[static_cast<std::size_t>(index)]; }
+    Slot& slotAt(int index);
+    Target& targetAt(int index);
     /// Null for an inactive slot, and where nothing has been wired.
     wave::Producer* producerOf(const Slot& slot,
                                const Target& target) const noexcept CINDER_REALTIME;
@@ -136,5 +136,23 @@ public:
 protected:
     ~SecondaryTarget() = default;
 };
+
+// Here, where the elements are complete.
+
+inline const ModulationMatrix::Slot& ModulationMatrix::getSlot(int index) const {
+    return slots[static_cast<std::size_t>(index)];
+}
+
+inline ModulationMatrix::Slot& ModulationMatrix::slotAt(int index) {
+    return slots[static_cast<std::size_t>(index)];
+}
+
+inline const ModulationMatrix::Target& ModulationMatrix::getTarget(int index) const {
+    return targets[static_cast<std::size_t>(index)];
+}
+
+inline ModulationMatrix::Target& ModulationMatrix::targetAt(int index) {
+    return targets[static_cast<std::size_t>(index)];
+}
 
 }  // namespace cinder
