@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <limits>
 
+#include "core/Constants.h"
 #include "params/AbstractPluginParameter.h"
 #include "params/FloatPluginParameter.h"
 #include "params/NumberText.h"
@@ -87,7 +88,9 @@ std::string noSuchParameter(const GenericParameterOwner& owner, std::string_view
     std::string names;
     for (int id = 0; !name.empty() && id < owner.parameterCount() && found < enough; ++id) {
         const std::string& candidate = owner.parameter(id)->getName();
-        if (!std::ranges::search(candidate, name, isSameLetter).empty())
+        // Not of std::ranges, which clang 14 can't compile from the library of g++ 12.
+        if (std::search(candidate.begin(), candidate.end(), name.begin(), name.end(),
+                        isSameLetter) != candidate.end())
             names += (found++ == 0 ? "" : ", ") + candidate;
     }
     return "there is no parameter \"" + std::string(name) + "\"; " +
@@ -122,6 +125,9 @@ float settledValue(const AbstractPluginParameter& parameter, float value) {
     if (std::isnan(value)) return parameter.defaultValue();
     value = std::clamp(value, parameter.minimum(), parameter.maximum());
     if (parameter.isDiscrete()) value = std::trunc(value);
+    // So small a step changes nothing.
+    const float unchanged = parameter.defaultValue();
+    if (std::abs(value - unchanged) <= sameValue) return unchanged;
     return value + 0.0f;  // -0 becomes 0
 }
 

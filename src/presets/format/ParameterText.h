@@ -33,7 +33,8 @@ std::string noSuchValue(const AbstractPluginParameter& parameter, std::string_vi
 std::string exactText(const AbstractPluginParameter& parameter, float value);
 
 /// What a parameter has once it was at its default and is then set to `value`: clamped, cut to a
-/// whole number where it is stepped, and the default for a NaN. A zero has no sign.
+/// whole number where it is stepped, and the default for a NaN and for what is as good as the
+/// default. A zero has no sign.
 float settledValue(const AbstractPluginParameter& parameter, float value);
 
 }  // namespace cinder
