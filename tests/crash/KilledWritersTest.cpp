@@ -13,6 +13,9 @@
 #include "params/AbstractPluginParameter.h"
 #include "params/tree/StandaloneParameters.h"
 #include "plugin/settings/SettingsFile.h"
+#include "presets/PresetFiles.h"
+#include "presets/files/Paths.h"
+#include "presets/format/PresetContent.h"
 #include "state/BinaryFile.h"
 #include "state/chunks/InstanceState.h"
 #include "state/chunks/ParameterState.h"
@@ -24,6 +27,8 @@ namespace cinder::test {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr const char* code = "KCnd";
 
 /// A file that is written again and again, each time with the other one of two contents.
 struct Victim {
@@ -52,33 +57,60 @@ Victim controllerMap(const fs::path& folder) {
             }};
 }
 
+/// What parameter `id` has in one of the two contents.
+float valueIn(int content, const GenericParameterOwner& tree, int id) {
+    const AbstractPluginParameter& parameter = *tree.parameter(id);
+    return content == 0 ? parameter.minimum() : parameter.maximum();
+}
+
+void setAll(int content, GenericParameterOwner& tree) {
+    for (int id = 0; id < tree.parameterCount(); ++id)
+        tree.parameter(id)->storeValue(valueIn(content, tree, id));
+}
+
 Victim state(const fs::path& folder) {
     const fs::path path = folder / "state";
     const InstanceState instances[] = {{"Clean", 1, true, "A"}, {"A longer name", 2, false, "B"}};
-    const auto limit = [](const AbstractPluginParameter& parameter, int content) {
-        return content == 0 ? parameter.minimum() : parameter.maximum();
-    };
     return {"state",
             [=](int content) {
                 StandaloneParameters tree;
-                for (int id = 0; id < tree.parameterCount(); ++id)
-                    tree.parameter(id)->storeValue(limit(*tree.parameter(id), content));
+                setAll(content, tree);
                 BinaryFileWriter writer(path);
                 return writeParameterState(writer.getStream(), tree) &&
-                       writeInstanceState(writer.getStream(), "KCnd", instances[content]) &&
+                       writeInstanceState(writer.getStream(), code, instances[content]) &&
                        writeBypassState(writer.getStream(), content == 1) && writer.commit();
             },
             [=] {
                 const StandaloneParameters tree;
                 BinaryFileReader reader(path);
-                const auto read = readStateContent(reader.getStream(), "KCnd", 899);
+                const auto read = readStateContent(reader.getStream(), code, 899);
                 if (!read || !read->isBypassed) return -1;
                 const int content = *read->isBypassed;
                 for (int id = 0; id < tree.parameterCount(); ++id)
-                    if (read->values[static_cast<std::size_t>(id)] !=
-                        limit(*tree.parameter(id), content))
+                    if (read->values[static_cast<std::size_t>(id)] != valueIn(content, tree, id))
                         return -1;
                 return read->instance == instances[content] ? content : -1;
+            }};
+}
+
+Victim preset(const fs::path& folder) {
+    const std::string path = systemPath(folder / "Preset.knp");
+    return {"preset",
+            [=](int content) {
+                StandaloneParameters tree;
+                setAll(content, tree);
+                ParameterCollection all;
+                for (int id = 0; id < tree.parameterCount(); ++id)
+                    all.parameters.push_back(tree.parameter(id));
+                return saveCollection(all, path, code, presetVersion);
+            },
+            [=] {
+                StandaloneParameters tree;
+                if (!loadPresetFile(tree, path, code, presetVersion)) return -1;
+                const int content = tree.parameter(0)->value() != valueIn(0, tree, 0);
+                for (int id = 0; id < tree.parameterCount(); ++id)
+                    if (tree.parameter(id)->value() != valueIn(content, tree, id)) return -1;
+                return content;
             }};
 }
 
@@ -110,7 +142,7 @@ TEST_CASE("Writers killed a thousand times at any moment leave the old file or t
     const TemporaryFolder folder;
     const SettingsKey key{folder / "config", R"(Software\Kestrelon\Cinder\1.0)"};
     const std::vector<Victim> victims = {controllerMap(folder.path), state(folder.path),
-                                         settings(key)};
+                                         preset(folder.path), settings(key)};
     for (const Victim& victim : victims)
         REQUIRE(victim.write(0));
     int numHeld[2] = {};
