@@ -1,5 +1,6 @@
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <numeric>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "fuzz/FuzzTarget.h"
+#include "fuzz/ParameterValues.h"
 #include "params/AbstractPluginParameter.h"
 #include "params/tree/StandaloneParameters.h"
 #include "presets/CollectionPresetLoader.h"
@@ -25,24 +27,6 @@ namespace {
 
 constexpr const char* code = "KCnd";
 using Ids = std::vector<std::int32_t>;
-
-std::vector<float> valuesOf(const StandaloneParameters& tree) {
-    std::vector<float> values;
-    for (int id = 0; id < tree.parameterCount(); ++id)
-        values.push_back(tree.parameter(id)->value());
-    return values;
-}
-
-void setAllToDefault(StandaloneParameters& tree) {
-    for (int id = 0; id < tree.parameterCount(); ++id)
-        tree.parameter(id)->resetToDefault(0);
-}
-
-/// Something that neither a file's zeros nor the defaults would be.
-void setAllToMaximum(StandaloneParameters& tree) {
-    for (int id = 0; id < tree.parameterCount(); ++id)
-        tree.parameter(id)->setValue(tree.parameter(id)->maximum(), 0);
-}
 
 Ids allIds(const StandaloneParameters& tree) {
     Ids ids(static_cast<std::size_t>(tree.parameterCount()));
@@ -104,7 +88,7 @@ void checkComponent(std::string_view bytes, const ComponentKind& kind, Standalon
     const bool isTaken = isOurs(bytes) && wordAt(bytes, 4) == componentVersion;
     const bool isLoaded = load(loader, reader, componentVersion);
     CHECK(isLoaded == (isTaken && setPlainly(bytes, ids, plain)));
-    CHECK((valuesOf(tree) == valuesOf(plain)));
+    CHECK(agree(valuesOf(tree), valuesOf(plain)));
 }
 
 /// What the command line makes of a file is what an instance would have.
@@ -119,12 +103,14 @@ void checkConversion(std::string_view bytes, StandaloneParameters& tree) {
     if (!values) return;
     setAllToDefault(tree);
     loadPreset(bytes, tree);
-    CHECK((*values == valuesOf(tree)));
+    CHECK(agree(*values, valuesOf(tree)));
 
     std::string fault;
     const auto again = contentOf(*values, *presetLayout(presetVersion), tree, fault);
     REQUIRE(again);
     CHECK((presentValues(*again, tree) == values));
+    constexpr std::size_t quickToWrite = 64;
+    if (content->values.size() > quickToWrite) return;
     TextFault where;
     const auto text = readPresetText(writePresetText({}, *values, tree), tree, where);
     REQUIRE_MESSAGE(text, where.what);
@@ -138,7 +124,7 @@ void fuzzPreset(std::string_view bytes) {
     setAllToMaximum(tree);
     setAllToMaximum(plain);
     CHECK(loadPreset(bytes, tree) == loadPlainly(bytes, plain));
-    CHECK((valuesOf(tree) == valuesOf(plain)));
+    CHECK(agree(valuesOf(tree), valuesOf(plain)));
     const auto kinds = componentKinds();
     checkComponent(bytes, kinds[bytes.size() % kinds.size()], tree, plain);
     checkConversion(bytes, tree);
