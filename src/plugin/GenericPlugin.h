@@ -111,7 +111,8 @@ public:
     float getSampleRate() const { return sampleRate; }
     std::int32_t getLatency() const { return latency; }
     /// A MIDI program change, if the user wants them: loads a preset on the thread of the
-    /// interface. Without a queue to it the load happens here. [any]
+    /// interface, that of the last change where several come in a row. Without a queue to that
+    /// thread the load happens here. [any]
     void programChanged(int bank, int program) noexcept CINDER_REALTIME;
     /// To the listener, if there is one. [any]
     void notify(int code, unsigned value) noexcept CINDER_REALTIME;

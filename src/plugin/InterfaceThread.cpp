@@ -53,14 +53,6 @@ void InterfaceThread::post(int event, int argument) {
     }
 }
 
-void InterfaceThread::postFromAudio(int event, int argument) noexcept CINDER_REALTIME {
-    for (Queue* queue = nullptr; queue != current.load();) {
-        queue = current;
-        ++queue->waiting;
-        queue->events->postFromAudio(event, argument);
-    }
-}
-
 bool InterfaceThread::moveHere() {
     if (isCurrent()) return false;
     const Queue* const before = current;
@@ -71,7 +63,13 @@ bool InterfaceThread::moveHere() {
 
 int InterfaceThread::dispatch() {
     Queue* const queue = current;
-    return queue && isCurrent() ? queue->events->dispatch() : 0;
+    if (!queue || !isCurrent()) return 0;
+    int numHandled = queue->events->dispatch();
+    if (const std::uint64_t left = latest.exchange(nothing); left != nothing) {
+        handler(static_cast<std::int32_t>(left >> 32), static_cast<std::int32_t>(left));
+        ++numHandled;
+    }
+    return numHandled;
 }
 
 int InterfaceThread::waitHandle() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -17,7 +18,7 @@ namespace cinder {
 ///
 /// State   the thread and its queue. Queues of earlier threads stay, since a post that has found
 ///         one may be late; a thread that comes back gets its own again
-/// Errors  none. A program change that waits in the old queue while the thread moves is lost
+/// Errors  none
 class InterfaceThread {
 public:
     /// The handler runs on the thread of the interface.
@@ -32,10 +33,14 @@ public:
     }
     bool hasQueue() const noexcept CINDER_REALTIME { return current.load() != nullptr; }
 
-    /// Both want a queue. [any] but [audio]
+    /// Wants a queue. [any] but [audio]
     void post(int event, int argument);
-    /// [audio]
-    void postFromAudio(int event, int argument) noexcept CINDER_REALTIME;
+    /// Leaves an event for the next dispatch, in the place of one that was left before and hasn't
+    /// been found yet: however many come, the audio thread takes no memory for them. [any]
+    void leaveLatest(std::int32_t event, std::int32_t argument) noexcept CINDER_REALTIME {
+        latest = std::uint64_t{static_cast<std::uint32_t>(event)} << 32 |
+                 static_cast<std::uint32_t>(argument);
+    }
 
     /// The calling thread becomes it. True: events of the old queue may be lost.
     bool moveHere();
@@ -52,6 +57,8 @@ private:
         std::unique_ptr<AsyncEventQueue> events;
     };
 
+    static constexpr std::uint64_t nothing = ~std::uint64_t{0};
+
     void openQueue();
     void handle(Queue& queue, int event, int argument);
 
@@ -59,6 +66,7 @@ private:
     std::atomic<std::thread::id> thread;
     std::vector<std::unique_ptr<Queue>> queues;  // touched by the thread that opens a window alone
     std::atomic<Queue*> current{nullptr};
+    std::atomic<std::uint64_t> latest{nothing};  // event and argument, 32 bits each
 };
 
 }  // namespace cinder

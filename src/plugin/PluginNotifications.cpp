@@ -53,7 +53,7 @@ void GenericPlugin::setLatency(std::int32_t samples) {
 void GenericPlugin::programChanged(int bank, int program) noexcept CINDER_REALTIME {
     if (!shared->settings.midiProgramChangesEnabled()) return;
     if (interfaceThread.hasQueue())
-        interfaceThread.postFromAudio(programEvent, (bank << programBits) | program);
+        interfaceThread.leaveLatest(programEvent, (bank << programBits) | program);
     else
         loadProgram(bank, program);
 }
