@@ -141,8 +141,11 @@ TEST_CASE("GenericPlugin: when a listener is detached no call into it is running
     SlowListener slow;
     std::atomic<bool> isOver{false};
     std::thread busy([&] {
-        while (!isOver)
+        while (!isOver) {
             rig.plugin.notify(-1025, 0);
+            // Detaching waits for a gap between two calls.
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
     });
     for (int i = 0; i < 5; ++i) {
         rig.plugin.attachListener(&slow);
