@@ -58,6 +58,7 @@ FloatParameter::FloatParameter(const FloatParameter& other)
 void FloatParameter::setValue(float value, float rampMs) noexcept CINDER_REALTIME {
     const float v = clamped(value);
     if (std::abs(v - target) <= sameValue) return;
+    endRest();
 
     const std::uint64_t position = environment->getPosition();
     const bool followed =
@@ -84,6 +85,7 @@ void FloatParameter::setRange(float newMinimum, float newMaximum,
     range = newRange > 0.0f ? newRange : newMaximum - newMinimum;
     const float limited = clamped(target);
     if (!isChange(target, limited)) return;
+    endRest();
     target = limited;
     rampStart = limited;
     rampPosition = 0;

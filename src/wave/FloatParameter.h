@@ -5,6 +5,7 @@
 #include "core/Property.h"
 #include "core/Realtime.h"
 #include "wave/Producer.h"
+#include "wave/Rest.h"
 
 namespace cinder::wave {
 
@@ -48,6 +49,21 @@ public:
     /// Ends a running ramp at its target. [audio]
     void finishRamp() noexcept CINDER_REALTIME { rampPosition = rampLength; }
 
+    /// The rest that a new value ends, or null. Before audio runs; not owned.
+    void setRest(Rest* newRest) { rest = newRest; }
+    void endRest() noexcept CINDER_REALTIME {
+        if (rest) rest->end();
+    }
+    /// What `follow` would have noted, for a value that has stood still up to there. [audio]
+    void wasFollowedUpTo(std::uint64_t position) noexcept CINDER_REALTIME {
+        lastPosition = position;
+    }
+    /// Writes the whole of the block of a value that stands still. [audio]
+    void fill() noexcept CINDER_REALTIME {
+        bool isConstant = false;
+        render(environment->getMaxBlockSize(), &isConstant);
+    }
+
     /// The next samples of the ramp. Does not look at the clock: see `follow`. [audio]
     ValueBlock* render(int numSamples, bool* isConstant) noexcept CINDER_REALTIME;
     /// The samples of the present cycle: moves the ramp on by what nobody rendered, or to its end
@@ -83,6 +99,7 @@ private:
         return static_cast<float>(rampPosition) * rampStep + rampStart;
     }
 
+    Rest* rest = nullptr;  // not owned
     ValueBlock valueBlock;
     std::int32_t rampPosition = 0;
     std::int32_t rampLength = 0;

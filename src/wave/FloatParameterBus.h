@@ -16,7 +16,10 @@ public:
     FloatParameterBus& operator=(const FloatParameterBus&) = delete;
 
     /// A null pointer goes back to the knob.
-    void setSource(Producer* newSource) { source = newSource ? newSource : &ownSource; }
+    void setSource(Producer* newSource) {
+        ownSource.parameter.endRest();
+        source = newSource ? newSource : &ownSource;
+    }
     Producer* getSource() const { return source; }
     void assign(float value) override { ownSource.assign(value); }
 
@@ -26,6 +29,8 @@ public:
         return source->pull(numSamples);
     }
     bool isConstant() const { return source->isConstant(); }
+    /// Whether its signal is that of the knob.
+    bool isOnItsOwn() const { return source == &ownSource; }
 
 private:
     FloatParameterSource ownSource;

@@ -5,6 +5,7 @@
 
 #include "core/Property.h"
 #include "wave/FloatParameter.h"
+#include "wave/Rest.h"
 
 namespace cinder {
 
@@ -13,7 +14,7 @@ namespace cinder {
 ///         pulled, so a router at rest costs nothing
 /// Range   selection 0..inputs - 1; with any other value the output fades to silence
 /// State   the gains; settled on selection 0 from the start
-class Router final : public wave::Source, public PropertyOwner {
+class Router final : public wave::Source, public PropertyOwner, private wave::Rest {
 public:
     struct Input {
         Input(wave::Environment* environment, float gain) : gain(environment, gain, 0.0f, 1.0f) {}
@@ -34,7 +35,11 @@ public:
     Property<float> crossfadeMs{20.0f, this};
 
 private:
+    void ended(std::uint64_t position) noexcept CINDER_REALTIME override;
+    void tryToRest(int numSamples) noexcept CINDER_REALTIME;
+
     std::vector<std::unique_ptr<Input>> inputs;
+    const Input* restingOn = nullptr;  // the only one that is heard, at gain 1
 };
 
 }  // namespace cinder

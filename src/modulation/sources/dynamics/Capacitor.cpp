@@ -25,18 +25,6 @@ bool isNear(float value, float neutral) noexcept CINDER_REALTIME {
 
 }  // namespace
 
-/// The control blocks of one cycle.
-struct Capacitor::Controls {
-    const float* attack;
-    const float* attackScale;
-    const float* attackCurve;
-    const float* releaseSoftening;
-    const float* release;
-    const float* releaseScale;
-    const float* releaseCurve;
-    bool arePlain;  // two times that stand still, all else neutral
-};
-
 Capacitor::Capacitor(wave::Environment* environment, const Style* style)
     : Filter(environment),
       attack(environment, 0.0005f, 0.0f, 10.0f),
@@ -47,6 +35,9 @@ Capacitor::Capacitor(wave::Environment* environment, const Style* style)
       releaseScale(environment, 1.0f),
       releaseCurve(environment, 0.0f, -1.0f, 1.0f),
       style(style) {
+    for (wave::FloatParameterBus* control : {&attack, &attackScale, &attackCurve, &releaseSoftening,
+                                             &release, &releaseScale, &releaseCurve})
+        rest.add(*control);
     makeResettable();
 }
 
@@ -58,12 +49,15 @@ void Capacitor::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* ou
         return;
     }
     if (resetPending) beginAnew();
-    const Controls controls = pullControls(numSamples);
+    if (!rest.goesOn(environment->getPosition(), numSamples)) {
+        pullControls(numSamples);
+        rest.tryToBegin(numSamples);
+    }
     setConstant(false);
-    if (controls.arePlain)
-        smoothPlainly(in->data(), out->data(), numSamples, controls);
+    if (controls.arePlain && !autoRelease)
+        smoothPlainly(in->data(), out->data(), numSamples);
     else
-        smooth(in->data(), out->data(), numSamples, controls);
+        smooth(in->data(), out->data(), numSamples);
     if (!std::isfinite(state)) state = 0.0;
 }
 
@@ -89,9 +83,8 @@ void Capacitor::beginAnew() noexcept CINDER_REALTIME {
     curveValue = 1.0;
 }
 
-Capacitor::Controls Capacitor::pullControls(int numSamples) noexcept CINDER_REALTIME {
-    Controls controls{};
-    controls.arePlain = !autoRelease;
+void Capacitor::pullControls(int numSamples) noexcept CINDER_REALTIME {
+    controls.arePlain = true;
     const auto time = [&](wave::FloatParameterBus& bus) {
         const float* const samples = bus.pull(numSamples)->data();
         controls.arePlain = controls.arePlain && bus.isConstant();
@@ -109,11 +102,10 @@ Capacitor::Controls Capacitor::pullControls(int numSamples) noexcept CINDER_REAL
     controls.release = time(release);
     controls.releaseScale = shape(releaseScale, 1.0f);
     controls.releaseCurve = shape(releaseCurve, 0.0f);
-    return controls;
 }
 
-void Capacitor::smoothPlainly(const float* in, float* out, int numSamples,
-                              const Controls& controls) noexcept CINDER_REALTIME {
+void Capacitor::smoothPlainly(const float* in, float* out,
+                              int numSamples) noexcept CINDER_REALTIME {
     const auto sampleRate = static_cast<double>(environment->getSampleRate());
     const double up = riseCoefficient.of(static_cast<double>(controls.attack[0]) * sampleRate);
     const double down = fallCoefficient.of(static_cast<double>(controls.release[0]) * sampleRate);
@@ -136,26 +128,25 @@ void Capacitor::smoothPlainly(const float* in, float* out, int numSamples,
     state = level;
 }
 
-void Capacitor::smooth(const float* in, float* out, int numSamples,
-                       const Controls& controls) noexcept CINDER_REALTIME {
+void Capacitor::smooth(const float* in, float* out, int numSamples) noexcept CINDER_REALTIME {
     const auto sampleRate = static_cast<double>(environment->getSampleRate());
     for (int i = 0; i < numSamples; ++i) {
         double d = static_cast<double>(in[i]) - state;
         if (d <= fallingFrom) {
             if (!falling) softeningPosition = 0.0;
             falling = true;
-            const double seconds = fallingTime(d, controls, i);
+            const double seconds = fallingTime(d, i);
             state += d * fallCoefficient.of(seconds * sampleRate);
         } else {
             falling = false;
-            state += d * riseCoefficient.of(risingTime(d, controls, i) * sampleRate);
+            state += d * riseCoefficient.of(risingTime(d, i) * sampleRate);
         }
         out[i] = static_cast<float>(state);
     }
 }
 
 /// Seconds of a fall by d, which the softening shortens.
-double Capacitor::fallingTime(double& d, const Controls& controls, int i) noexcept CINDER_REALTIME {
+double Capacitor::fallingTime(double& d, int i) noexcept CINDER_REALTIME {
     auto t = static_cast<double>(controls.release[i]);
     if (autoRelease)
         t = static_cast<double>(autoReleaseTime.get()) / (std::sqrt(std::max(state, 0.0)) + 1.0);
@@ -171,8 +162,7 @@ double Capacitor::fallingTime(double& d, const Controls& controls, int i) noexce
 }
 
 /// Seconds of a rise by d.
-double Capacitor::risingTime(double d, const Controls& controls,
-                             int i) const noexcept CINDER_REALTIME {
+double Capacitor::risingTime(double d, int i) const noexcept CINDER_REALTIME {
     auto t = static_cast<double>(controls.attack[i]);
     if (const float scale = controls.attackScale[i]; !isNear(scale, 1.0f)) {
         const double x = t * d * scalePerDb;

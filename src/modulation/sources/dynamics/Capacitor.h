@@ -4,7 +4,7 @@
 
 #include "core/Property.h"
 #include "distortion/curves/FunctionTable.h"
-#include "wave/FloatParameterBus.h"
+#include "wave/RestOfControls.h"
 
 namespace cinder {
 
@@ -44,7 +44,17 @@ protected:
                  unsigned flags) noexcept CINDER_REALTIME override;
 
 private:
-    struct Controls;
+    /// The control blocks of one cycle.
+    struct Controls {
+        const float* attack;
+        const float* attackScale;
+        const float* attackCurve;
+        const float* releaseSoftening;
+        const float* release;
+        const float* releaseScale;
+        const float* releaseCurve;
+        bool arePlain;  // two times that stand still, all else neutral
+    };
 
     /// The coefficient of the time last asked for; the exponential is worked out on a change only.
     struct Coefficient {
@@ -53,18 +63,18 @@ private:
         double value = 1.0;
     };
 
-    Controls pullControls(int numSamples) noexcept CINDER_REALTIME;
+    void pullControls(int numSamples) noexcept CINDER_REALTIME;
     bool isAtRest(const float* in, int numSamples) const noexcept CINDER_REALTIME;
     void beginAnew() noexcept CINDER_REALTIME;
-    void smoothPlainly(const float* in, float* out, int numSamples,
-                       const Controls& controls) noexcept CINDER_REALTIME;
-    void smooth(const float* in, float* out, int numSamples,
-                const Controls& controls) noexcept CINDER_REALTIME;
-    double fallingTime(double& d, const Controls& controls, int i) noexcept CINDER_REALTIME;
-    double risingTime(double d, const Controls& controls, int i) const noexcept CINDER_REALTIME;
+    void smoothPlainly(const float* in, float* out, int numSamples) noexcept CINDER_REALTIME;
+    void smooth(const float* in, float* out, int numSamples) noexcept CINDER_REALTIME;
+    double fallingTime(double& d, int i) noexcept CINDER_REALTIME;
+    double risingTime(double d, int i) const noexcept CINDER_REALTIME;
     double softened(double d, float softening) noexcept CINDER_REALTIME;
     double curveAt(double d, int i) noexcept CINDER_REALTIME;
 
+    Controls controls = {};
+    wave::RestOfControls rest;
     const Style* style;  // not owned
     double state = 0.0;
     bool falling = false;

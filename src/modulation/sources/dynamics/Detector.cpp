@@ -38,18 +38,6 @@ bool isZero(float value) noexcept CINDER_REALTIME {
 
 }  // namespace
 
-/// The control blocks of one cycle.
-struct Detector::Controls {
-    const float* hysteresis;
-    const float* kneeWidth;
-    const float* rangeKnee;
-    const float* range;
-    const float* ratio;
-    const float* threshold;
-    bool standStill;  // all of them
-    bool ratioStandsAtOne;
-};
-
 Detector::Detector(wave::Environment* environment)
     : Filter(environment),
       hysteresis(environment, 0.0f, 0.0f, 30.0f),
@@ -59,6 +47,9 @@ Detector::Detector(wave::Environment* environment)
       ratio(environment, 1.0f, 1.0f, endlessRatio),
       threshold(environment, 0.0f, -180.0f, 180.0f),
       unchanged(environment, 1.0f) {
+    for (wave::FloatParameterBus* control :
+         {&hysteresis, &kneeWidth, &rangeKnee, &range, &ratio, &threshold})
+        rest.add(*control);
     makeResettable();
 }
 
@@ -72,7 +63,10 @@ void Detector::propertyChanged(AbstractProperty* property) {
 
 void Detector::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,
                        unsigned) noexcept CINDER_REALTIME {
-    const Controls controls = pullControls(numSamples);
+    if (!rest.goesOn(environment->getPosition(), numSamples)) {
+        pullControls(numSamples);
+        rest.tryToBegin(numSamples);
+    }
     const bool isLinear = gainChangeDomain == GainChangeDomain::Linear;
     const bool isQuadratic = kneeStyle == KneeStyle::Quadratic;
     const Purpose acting = isQuadratic ? purpose.get() : Purpose::Compress;
@@ -97,11 +91,11 @@ void Detector::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out
         level = change;
     }
     if (usesKernel)
-        bendByKernel(level, change, count, controls);
+        bendByKernel(level, change, count);
     else if (isQuadratic)
-        bendByFormula(level, change, count, controls);
+        bendByFormula(level, change, count);
     else
-        bendLogarithmically(level, change, count, controls);
+        bendLogarithmically(level, change, count);
     if (isLinear)
         dynamicsKernels->changesToGains(change, change, count,
                                         acting == Purpose::Boost ? logPerDb : -logPerDb,
@@ -111,8 +105,7 @@ void Detector::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out
     setConstant(isConstantLevel);
 }
 
-Detector::Controls Detector::pullControls(int numSamples) noexcept CINDER_REALTIME {
-    Controls controls{};
+void Detector::pullControls(int numSamples) noexcept CINDER_REALTIME {
     controls.standStill = true;
     const auto take = [&](wave::FloatParameterBus& bus) {
         const float* const samples = bus.pull(numSamples)->data();
@@ -126,12 +119,11 @@ Detector::Controls Detector::pullControls(int numSamples) noexcept CINDER_REALTI
     controls.ratio = take(ratio);
     controls.threshold = take(threshold);
     controls.ratioStandsAtOne = ratio.isConstant() && isZero(controls.ratio[0] - 1.0f);
-    return controls;
 }
 
 /// The curve sample by sample. `levelDb` may be `out`.
-void Detector::bendByFormula(const float* levelDb, float* out, int numSamples,
-                             const Controls& controls) noexcept CINDER_REALTIME {
+void Detector::bendByFormula(const float* levelDb, float* out,
+                             int numSamples) noexcept CINDER_REALTIME {
     for (int i = 0; i < numSamples; ++i) {
         const float width = controls.kneeWidth[i];
         float r = controls.ratio[i];
@@ -154,16 +146,16 @@ void Detector::bendByFormula(const float* levelDb, float* out, int numSamples,
     }
 }
 
-void Detector::bendByKernel(const float* levelDb, float* out, int numSamples,
-                            const Controls& controls) noexcept CINDER_REALTIME {
+void Detector::bendByKernel(const float* levelDb, float* out,
+                            int numSamples) noexcept CINDER_REALTIME {
     if (purpose == Purpose::Expand) settleGate(levelDb, numSamples, controls.threshold[0]);
     const CurveControls standing{controls.threshold[0], controls.ratio[0], controls.kneeWidth[0],
                                  controls.range[0]};
     dynamicsKernels->changes[static_cast<int>(purpose.get())](levelDb, out, numSamples, standing);
 }
 
-void Detector::bendLogarithmically(const float* level, float* out, int numSamples,
-                                   const Controls& controls) const noexcept CINDER_REALTIME {
+void Detector::bendLogarithmically(const float* level, float* out,
+                                   int numSamples) const noexcept CINDER_REALTIME {
     const bool isLinear = gainChangeDomain == GainChangeDomain::Linear;
     float slope = 0.0f;
     float slopeThreshold = 0.0f;

@@ -3,6 +3,7 @@
 #include "core/Property.h"
 #include "wave/FloatParameterBus.h"
 #include "wave/Producer.h"
+#include "wave/RestOfControls.h"
 
 namespace cinder {
 
@@ -53,19 +54,29 @@ protected:
                  unsigned flags) noexcept CINDER_REALTIME override;
 
 private:
-    struct Controls;
+    /// The control blocks of one cycle.
+    struct Controls {
+        const float* hysteresis;
+        const float* kneeWidth;
+        const float* rangeKnee;
+        const float* range;
+        const float* ratio;
+        const float* threshold;
+        bool standStill;  // all of them
+        bool ratioStandsAtOne;
+    };
 
-    Controls pullControls(int numSamples) noexcept CINDER_REALTIME;
-    void bendByFormula(const float* levelDb, float* out, int numSamples,
-                       const Controls& controls) noexcept CINDER_REALTIME;
-    void bendByKernel(const float* levelDb, float* out, int numSamples,
-                      const Controls& controls) noexcept CINDER_REALTIME;
-    void bendLogarithmically(const float* level, float* out, int numSamples,
-                             const Controls& controls) const noexcept CINDER_REALTIME;
+    void pullControls(int numSamples) noexcept CINDER_REALTIME;
+    void bendByFormula(const float* levelDb, float* out, int numSamples) noexcept CINDER_REALTIME;
+    void bendByKernel(const float* levelDb, float* out, int numSamples) noexcept CINDER_REALTIME;
+    void bendLogarithmically(const float* level, float* out,
+                             int numSamples) const noexcept CINDER_REALTIME;
     float heldRatio(float d, float hysteresisDb, float ratioNow) noexcept CINDER_REALTIME;
     void settleGate(const float* levelDb, int numSamples,
                     float thresholdDb) noexcept CINDER_REALTIME;
 
+    Controls controls = {};
+    wave::RestOfControls rest;
     wave::ConstValueBlock unchanged;  // gain 1
     bool hysteresisOpen = false;
 };
