@@ -34,6 +34,8 @@ public:
         ended(until);
     }
 
+    bool isResting() const { return isOn; }
+
 protected:
     ~Rest() = default;
     /// Brings up to date what nobody has followed since the rest began.

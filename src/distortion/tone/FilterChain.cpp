@@ -10,16 +10,26 @@ FilterChain::FilterChain(wave::Environment* environment, wave::Producer* input, 
       input(input),
       steps(static_cast<std::size_t>(capacity * AnalogFilterPrototype::maxSections)),
       movers(static_cast<std::size_t>(capacity)),
+      foreignGains(movers.size()),
       setsPerMover(static_cast<std::size_t>(environment->getMaxBlockSize() / EQFilter::fineStep)),
       laidOut(movers.size() * setsPerMover) {
     for (int i = 0; i < capacity; ++i) {
         filters.push_back(std::make_unique<EQFilter>(environment));
         filters.back()->setInput(i == 0 ? input : filters[static_cast<std::size_t>(i) - 1].get());
+        filters.back()->setRest(this);
     }
+}
+
+FilterChain::~FilterChain() {
+    end();
+    for (const auto& filter : filters)
+        filter->setRest(nullptr);
+    if (linked) linked->linked = nullptr;
 }
 
 void FilterChain::addFilter(const FilterRow& row) noexcept CINDER_REALTIME {
     if (count == getCapacity()) return;
+    end();
     constexpr float jump = 0.0f;
     EQFilter& filter = (*this)[count++];
     filter.frequency.getParameter().setValue(std::log2(row.hz), jump);
@@ -36,6 +46,7 @@ void FilterChain::render(wave::BasicBlock<float>*, int numSamples,
         wave::BasicBlock<float>* const in = input->pull(numSamples);
         return handOn(in, input->isConstant());
     }
+    if (restsOn(numSamples)) return runRow(numSamples);
     if (renderAsRow(numSamples)) return;
     wave::Producer& last = (*this)[count - 1];
     wave::BasicBlock<float>* const block = last.pull(numSamples);
@@ -82,32 +93,72 @@ void FilterChain::layOutMovers(int numSamples) noexcept CINDER_REALTIME {
     }
 }
 
+/// Behind a block that ran as a row, none of it moving.
+void FilterChain::tryToRest(int numSamples) noexcept CINDER_REALTIME {
+    numForeignGains = 0;
+    for (int i = 0; i < count; ++i) {
+        EQFilter& filter = (*this)[i];
+        if (!filter.canRest()) return;
+        if (filter.hasForeignGain()) foreignGains[numForeignGains++] = &filter;
+    }
+    leads = true;
+    linked->leads = false;
+    const auto blockEnd = environment->getPosition() + static_cast<std::uint64_t>(numSamples);
+    for (FilterChain* side : {this, linked})
+        side->begin(blockEnd);
+}
+
+/// Neither a filter of this chain nor one of the linked chain, which rests with it, has had
+/// anything happen to it.
+bool FilterChain::restsOn(int numSamples) noexcept CINDER_REALTIME {
+    if (!isResting()) return false;
+    const auto keepsGain = [numSamples](EQFilter* filter) { return filter->keepsGain(numSamples); };
+    const auto firstGain = foreignGains.begin();
+    if (!leads || !std::all_of(firstGain, firstGain + static_cast<std::ptrdiff_t>(numForeignGains),
+                               keepsGain)) {
+        end();
+        return false;
+    }
+    const std::uint64_t position = environment->getPosition();
+    return goesOn(position, numSamples) && linked->goesOn(position, numSamples);
+}
+
+void FilterChain::ended(std::uint64_t position) noexcept CINDER_REALTIME {
+    for (int i = 0; i < count; ++i)
+        (*this)[i].passedAsPair(position);
+    linked->end();
+}
+
 bool FilterChain::renderAsRow(int numSamples) noexcept CINDER_REALTIME {
     if (!linked || linked->count != count || !collectSteps(numSamples)) return false;
+    runRow(numSamples);
+    for (int i = 0; i < count; ++i) {
+        const bool isDry = BiquadProcessor::isNear((*this)[i].getWetFactor(), 0.0f);
+        (*this)[i].passBlockAsPair(isDry, numSamples);
+    }
+    if (numMovers == 0) tryToRest(numSamples);
+    return true;
+}
+
+void FilterChain::runRow(int numSamples) noexcept CINDER_REALTIME {
     const wave::BasicBlock<float>* const in[] = {input->pull(numSamples),
                                                  linked->input->pull(numSamples)};
     layOutMovers(numSamples);
-    if (restsInSilence()) {
-        for (; numSteps > 0; --numSteps)
-            for (BiquadState* state : steps[numSteps - 1].states)
+    const bool isDry = numSteps == 0 || restsInSilence();
+    if (isDry) {
+        for (std::size_t s = 0; s < numSteps; ++s)
+            for (BiquadState* state : steps[s].states)
                 *state = {};
-    }
-    if (numSteps > 0) {
+    } else {
         const BiquadLane lanes[] = {{in[0]->data(), ownBlock->data(), nullptr},
                                     {in[1]->data(), linked->ownBlock->data(), nullptr}};
         biquadKernels->steps(lanes, steps.data(), static_cast<int>(numSteps),
                              numMovers > 0 ? EQFilter::fineStep : numSamples, numSamples);
     }
-    for (int i = 0; i < count; ++i) {
-        const bool isDry = BiquadProcessor::isNear((*this)[i].getWetFactor(), 0.0f);
-        (*this)[i].passBlockAsPair(isDry, numSamples);
-    }
     for (FilterChain* side : {this, linked}) {
-        const bool isDry = numSteps == 0;
         side->handOn(isDry ? side->input->getOutput() : side->ownBlock.get(),
                      isDry && (side->input->isConstant() || side->input->isSilent()));
     }
-    return true;
 }
 
 void FilterChain::link(FilterChain& other) {

@@ -13,10 +13,12 @@ BiquadFilter::~BiquadFilter() {
 }
 
 void BiquadFilter::reset() noexcept CINDER_REALTIME {
+    endRest();
     processor.reset();
 }
 
 void BiquadFilter::propertyChanged(AbstractProperty* property) {
+    endRest();
     if (property != &enabled) return;
     catchUp();  // a fade begins now, not where the last block ended
     processor.setEnabled(enabled);
@@ -44,6 +46,7 @@ void BiquadFilter::unlink() noexcept CINDER_REALTIME {
 
 void BiquadFilter::setLink(LinkMode mode) noexcept CINDER_REALTIME {
     for (BiquadFilter* side : {this, partner}) {
+        side->endRest();
         side->linkMode = mode;
         side->rejoins = false;
     }
@@ -51,6 +54,7 @@ void BiquadFilter::setLink(LinkMode mode) noexcept CINDER_REALTIME {
 
 void BiquadFilter::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out,
                            int numSamples, unsigned) noexcept CINDER_REALTIME {
+    endRest();
     reviewLink();
     enterBlock(numSamples);
     if (runsAsPair(numSamples)) return processPair(in, out, numSamples);

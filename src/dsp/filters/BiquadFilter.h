@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "dsp/filters/BiquadProcessor.h"
+#include "wave/Rest.h"
 
 namespace cinder {
 
@@ -48,6 +49,13 @@ public:
 
     // For a row of filters that runs the sections of all of them in one pass.
 
+    /// The rest of a row that leaves this filter alone, ended by whatever happens to it. Not owned.
+    void setRest(wave::Rest* newRest) { rest = newRest; }
+    /// This filter and its partner, sections and all, have gone through everything up to
+    /// `position` by way of the row. [audio]
+    void passedAsPair(std::uint64_t position) noexcept CINDER_REALTIME {
+        blockEnd = partner->blockEnd = position;
+    }
     /// This filter and its partner have gone through a block by way of the row: `isDry` if their
     /// inputs were handed on. [audio]
     void passBlockAsPair(bool isDry, int numSamples) noexcept CINDER_REALTIME;
@@ -89,6 +97,9 @@ protected:
     BiquadProcessor processor;
 
 private:
+    void endRest() noexcept CINDER_REALTIME {
+        if (rest) rest->end();
+    }
     void reviewLink() noexcept CINDER_REALTIME;
     void setLink(LinkMode mode) noexcept CINDER_REALTIME;
     void enterBlock(int numSamples) noexcept CINDER_REALTIME;
@@ -102,6 +113,7 @@ private:
                 wave::BasicBlock<float>* out) noexcept CINDER_REALTIME;
 
     BiquadFilter* partner = nullptr;  // not owned
+    wave::Rest* rest = nullptr;       // likewise
     LinkMode linkMode = LinkMode::None;
     bool rejoins = false;        // came apart by itself, and links again by itself
     std::uint64_t blockEnd = 0;  // position behind the last block

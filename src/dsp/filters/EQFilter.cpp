@@ -114,6 +114,24 @@ EQFilter::Standing EQFilter::standing(int numSamples) noexcept CINDER_REALTIME {
     return isWhole ? Standing::Still : Standing::Alone;
 }
 
+bool EQFilter::keepsGain(int numSamples) noexcept CINDER_REALTIME {
+    const float gainDb = *gain.pull(numSamples)->data();
+    return gain.isConstant() &&
+           !differ(limited(gainDb, -largestGainDb, largestGainDb), designed.gainDb);
+}
+
+void EQFilter::setRest(wave::Rest* newRest) {
+    BiquadFilter::setRest(newRest);
+    for (wave::FloatParameterBus* control : {&frequency, &gain, &q})
+        control->getParameter().setRest(newRest);
+}
+
+void EQFilter::passedAsPair(std::uint64_t position) noexcept CINDER_REALTIME {
+    BiquadFilter::passedAsPair(position);
+    for (wave::FloatParameterBus* control : {&frequency, &gain, &q})
+        if (control->isOnItsOwn()) control->getParameter().wasFollowedUpTo(position);
+}
+
 /// Whether no design of the block fades into the input, nor has the last one.
 bool EQFilter::staysWet(const float* gains, int numSamples) const noexcept CINDER_REALTIME {
     if (!BiquadProcessor::isNear(wetFactor, 1.0f) || !runsOn()) return false;

@@ -31,6 +31,15 @@ public:
     Standing standing(int numSamples) noexcept CINDER_REALTIME;
     int getNumSections() const { return (polesOf(slope, shape) + 1) / 2; }
     float getWetFactor() const { return wetFactor; }
+    /// Whether a block with all else at rest finds the gain, too, where the last design left it;
+    /// and whether frequency and Q are knobs of its own, which tell of it when they are set.
+    /// [audio]
+    bool keepsGain(int numSamples) noexcept CINDER_REALTIME;
+    bool canRest() const { return frequency.isOnItsOwn() && q.isOnItsOwn(); }
+    bool hasForeignGain() const { return rowOf(shape).usesGain && !gain.isOnItsOwn(); }
+    void setRest(wave::Rest* newRest);
+    /// The same for its own controls as for the filter. [audio]
+    void passedAsPair(std::uint64_t position) noexcept CINDER_REALTIME;
     /// The coefficients of a block in which the filter is `Moving`, for every `fineStep` samples of
     /// it one set, in the order of time. [audio]
     void layOut(int numSamples, BiquadCoefficients* perStep) noexcept CINDER_REALTIME;

@@ -109,6 +109,11 @@ TEST_CASE("EQStage: two that are linked have the bits of two that are not, throu
                 if (block == 60) stage.filter(0).enabled = false;
                 if (block == 75) stage.filter(0).enabled = true;
             }
+        // Of the second channel alone, which rests with the first.
+        for (std::deque<EQStage>* stages : {&linked, &alone}) {
+            if (block == 8) (*stages)[1].filter(1).enabled = false;
+            if (block == 12) (*stages)[1].filter(1).enabled = true;
+        }
         const int n = block % 3 == 0 ? 17 : 128;
         environment.beginBlock();
         const bool pulls = block != 50;  // nobody wants this one
