@@ -33,6 +33,9 @@ public:
     void reset() noexcept CINDER_REALTIME override;
     void propertyChanged(AbstractProperty* property) override;  ///< [audio]
 
+    /// Of the other channel, whose dynamics run beside these.
+    void setPartner(NoiseFilter& other) { capacitor.setPartner(&other.capacitor); }
+
     Property<float> threshold{-48.0f, this};  // dB
     wave::FloatParameterBus level;
 

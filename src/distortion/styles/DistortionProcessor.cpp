@@ -103,6 +103,7 @@ void DistortionProcessor::link(DistortionProcessor& other) {
     preEq.link(other.preEq);
     postEq.link(other.postEq);
     toneEq.link(other.toneEq);
+    noiseFilter.setPartner(other.noiseFilter);
     clipper.setPartner(&other.clipper);
     clipper.link();
 }

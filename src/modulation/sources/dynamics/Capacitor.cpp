@@ -5,12 +5,12 @@
 #include <cmath>
 
 #include "core/Constants.h"
+#include "modulation/sources/dynamics/DynamicsKernels.h"
 
 namespace cinder {
 
 namespace {
 
-constexpr double fallingFrom = -1.1920928955078125e-07;
 constexpr float restLevel = 1e-9f;
 // ln 10, in the digits that saved sounds were made with: after the set time a tenth is left.
 constexpr double decadeNepers = 2.3025851;
@@ -41,6 +41,21 @@ Capacitor::Capacitor(wave::Environment* environment, const Style* style)
     makeResettable();
 }
 
+Capacitor::~Capacitor() {
+    setPartner(nullptr);
+}
+
+void Capacitor::setPartner(Capacitor* newPartner) {
+    if (newPartner == partner) return;
+    for (Capacitor* side : {this, newPartner}) {
+        if (!side || !side->partner) continue;
+        side->partner->partner = nullptr;
+        side->partner = nullptr;
+    }
+    if (newPartner) newPartner->partner = this;
+    partner = newPartner;
+}
+
 void Capacitor::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* out, int numSamples,
                         unsigned) noexcept CINDER_REALTIME {
     if (isAtRest(in->data(), numSamples)) {
@@ -48,17 +63,69 @@ void Capacitor::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* ou
         setConstant(input->isConstant());
         return;
     }
-    if (resetPending) beginAnew();
-    if (!rest.goesOn(environment->getPosition(), numSamples)) {
-        pullControls(numSamples);
-        rest.tryToBegin(numSamples);
-    }
+    followControls(numSamples);
     setConstant(false);
-    if (controls.arePlain && !autoRelease)
-        smoothPlainly(in->data(), out->data(), numSamples);
-    else
+    if (!controls.arePlain || autoRelease)
         smooth(in->data(), out->data(), numSamples);
+    else if (smoothsPlainly() && partner && partner->joins(numSamples))
+        smoothWithPartner(in->data(), out->data(), numSamples);
+    else
+        smoothPlainly(in->data(), out->data(), numSamples);
+    leave();
+}
+
+void Capacitor::followControls(int numSamples) noexcept CINDER_REALTIME {
+    if (resetPending) beginAnew();
+    if (rest.goesOn(environment->getPosition(), numSamples)) return;
+    pullControls(numSamples);
+    rest.tryToBegin(numSamples);
+}
+
+/// Sample by sample, and with two coefficients.
+bool Capacitor::smoothsPlainly() const noexcept CINDER_REALTIME {
+    return controls.arePlain && !autoRelease && !input->isConstant();
+}
+
+/// As the other one of a pair. Where it does not, it is left for its own pull.
+bool Capacitor::joins(int numSamples) noexcept CINDER_REALTIME {
+    if (!input || getLastBlockId() == environment->getBlockId()) return false;
+    const float* const in = input->pull(numSamples)->data();
+    if (input->isConstant() || isAtRest(in, numSamples)) return false;
+    followControls(numSamples);
+    return smoothsPlainly();
+}
+
+void Capacitor::smoothWithPartner(const float* in, float* out,
+                                  int numSamples) noexcept CINDER_REALTIME {
+    CapacitorPair pair = {};
+    Capacitor* const sides[] = {this, partner};
+    for (int i = 0; i < 2; ++i) {
+        Capacitor& side = *sides[i];
+        side.findCoefficients();
+        pair.level[i] = side.state;
+        pair.up[i] = side.riseCoefficient.value;
+        pair.down[i] = side.fallCoefficient.value;
+    }
+    const float* const ins[] = {in, partner->input->getOutput()->data()};
+    float* const outs[] = {out, partner->ownBlock->data()};
+    dynamicsKernels->smoothPair(pair, ins, outs, numSamples);
+    for (int i = 0; i < 2; ++i) {
+        sides[i]->state = pair.level[i];
+        sides[i]->falling = false;
+    }
+    partner->passOn(partner->ownBlock.get());
+    partner->setConstant(false);
+    partner->leave();
+}
+
+void Capacitor::leave() noexcept CINDER_REALTIME {
     if (!std::isfinite(state)) state = 0.0;
+}
+
+void Capacitor::findCoefficients() noexcept CINDER_REALTIME {
+    const auto sampleRate = static_cast<double>(environment->getSampleRate());
+    riseCoefficient.of(static_cast<double>(controls.attack[0]) * sampleRate);
+    fallCoefficient.of(static_cast<double>(controls.release[0]) * sampleRate);
 }
 
 /// Compares bit patterns, which magnitudes of floats allow: a loop that compilers turn into
@@ -106,15 +173,15 @@ void Capacitor::pullControls(int numSamples) noexcept CINDER_REALTIME {
 
 void Capacitor::smoothPlainly(const float* in, float* out,
                               int numSamples) noexcept CINDER_REALTIME {
-    const auto sampleRate = static_cast<double>(environment->getSampleRate());
-    const double up = riseCoefficient.of(static_cast<double>(controls.attack[0]) * sampleRate);
-    const double down = fallCoefficient.of(static_cast<double>(controls.release[0]) * sampleRate);
+    findCoefficients();
+    const double up = riseCoefficient.value;
+    const double down = fallCoefficient.value;
     // One step waits for the one before, so lanes gain nothing, and choosing without a branch would
     // only lengthen the chain: sounds change direction rarely enough to be foreseen.
     double level = state;
     const auto next = [=](double from, float to) {
         const double d = static_cast<double>(to) - from;
-        return from + d * (d <= fallingFrom ? down : up);
+        return from + d * (d <= capacitorFallsFrom ? down : up);
     };
     falling = false;
     if (input->isConstant() && next(level, in[0]) == level) {
@@ -132,7 +199,7 @@ void Capacitor::smooth(const float* in, float* out, int numSamples) noexcept CIN
     const auto sampleRate = static_cast<double>(environment->getSampleRate());
     for (int i = 0; i < numSamples; ++i) {
         double d = static_cast<double>(in[i]) - state;
-        if (d <= fallingFrom) {
+        if (d <= capacitorFallsFrom) {
             if (!falling) softeningPosition = 0.0;
             falling = true;
             const double seconds = fallingTime(d, i);

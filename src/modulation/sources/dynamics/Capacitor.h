@@ -27,7 +27,13 @@ public:
 
     Capacitor(wave::Environment* environment, const Style* style);
 
+    ~Capacitor() override;
+
     void reset() noexcept CINDER_REALTIME override { resetPending = true; }  ///< [audio]
+
+    /// Lets the capacitors of two channels that are heard together run as two lanes: the one pulled
+    /// first in a cycle pulls the other's input as well. Null for none.
+    void setPartner(Capacitor* newPartner);
 
     wave::FloatParameterBus attack;       // seconds
     wave::FloatParameterBus attackScale;  // 1 is neutral
@@ -64,6 +70,12 @@ private:
     };
 
     void pullControls(int numSamples) noexcept CINDER_REALTIME;
+    void followControls(int numSamples) noexcept CINDER_REALTIME;
+    bool smoothsPlainly() const noexcept CINDER_REALTIME;
+    bool joins(int numSamples) noexcept CINDER_REALTIME;
+    void findCoefficients() noexcept CINDER_REALTIME;
+    void smoothWithPartner(const float* in, float* out, int numSamples) noexcept CINDER_REALTIME;
+    void leave() noexcept CINDER_REALTIME;
     bool isAtRest(const float* in, int numSamples) const noexcept CINDER_REALTIME;
     void beginAnew() noexcept CINDER_REALTIME;
     void smoothPlainly(const float* in, float* out, int numSamples) noexcept CINDER_REALTIME;
@@ -75,7 +87,8 @@ private:
 
     Controls controls = {};
     wave::RestOfControls rest;
-    const Style* style;  // not owned
+    const Style* style;            // not owned
+    Capacitor* partner = nullptr;  // likewise
     double state = 0.0;
     bool falling = false;
     double softeningPosition = 0.0;  // 0..1, from the start of a fall on

@@ -105,13 +105,58 @@ void slidingMaximum(float* history, int window, float* out, int n) noexcept {
     __builtin_memcpy(out, history, static_cast<unsigned long>(n) * sizeof(float));
 }
 
+/// A channel is a lane. One step waits for the one before, so both directions are worked out while
+/// it is found which counts.
+struct LevelPair {
+    using V = DoubleLanes<2>;
+
+    CINDER_LANES V follow(V to) {
+        const V d = to - level;
+        const V fallen = level + d * down, risen = level + d * up;
+        return level = select(d <= V(capacitorFallsFrom), fallen, risen);
+    }
+    V level, up, down;
+};
+
+/// Two samples of both channels, as they lie: channel 0, 1, 0, 1.
+CINDER_LANES Lanes<4> followTwo(LevelPair& levels, Lanes<4> in) {
+    const DoubleLanes<4> to = toDouble(in);
+    const auto early = levels.follow(shuffle<0, 1>(to, to));
+    const auto late = levels.follow(shuffle<2, 3>(to, to));
+    return {__builtin_convertvector((shuffle<0, 1, 2, 3>(early, late).raw), Lanes<4>::Raw)};
+}
+
+void smoothPair(CapacitorPair& pair, const float* const* in, float* const* out, int n) noexcept {
+    using V = LevelPair::V;
+    using Floats = Lanes<4>;
+    const float* const ins[] = {in[0], in[1]};  // a copy, which overlaps nothing that is written
+    float* const outs[] = {out[0], out[1]};
+    LevelPair levels = {V::load(pair.level), V::load(pair.up), V::load(pair.down)};
+    int i = 0;
+    for (; i + 4 <= n; i += 4) {
+        const Floats a = Floats::load(ins[0] + i), b = Floats::load(ins[1] + i);
+        const Floats early = followTwo(levels, shuffle<0, 4, 1, 5>(a, b));
+        const Floats late = followTwo(levels, shuffle<2, 6, 3, 7>(a, b));
+        shuffle<0, 2, 4, 6>(early, late).store(outs[0] + i);
+        shuffle<1, 3, 5, 7>(early, late).store(outs[1] + i);
+    }
+    for (; i < n; ++i) {
+        const V last = levels.follow(
+            V(V::Raw{static_cast<double>(ins[0][i]), static_cast<double>(ins[1][i])}));
+        outs[0][i] = static_cast<float>(last[0]);
+        outs[1][i] = static_cast<float>(last[1]);
+    }
+    levels.level.store(pair.level);
+}
+
 #undef CINDER_LAMBDA
 
 }  // namespace
 
 constinit const DynamicsKernels dynamicsKernels = {
-    levelsToDecibels, {changes<0>, changes<1>, changes<2>}, changesToGains, magnitudes,
-    slidingMaximum,
+    levelsToDecibels, {changes<0>, changes<1>, changes<2>},
+    changesToGains,   magnitudes,
+    slidingMaximum,   smoothPair,
 };
 
 }  // namespace cinder::CINDER_SIMD_SET

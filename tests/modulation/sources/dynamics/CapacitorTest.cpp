@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <deque>
 #include <limits>
 #include <memory>
 
@@ -193,6 +194,45 @@ TEST_CASE("Capacitor: every shape follows the formula, for any cut, fed or by kn
         for (auto& control : shape.controls)
             control.resize(1);
         CHECK(render(noise, 200, false) == render(noise, 256, true));
+    }
+}
+
+TEST_CASE("Capacitor: two that are partners have the bits of two that are not") {
+    Rng rng = Rng::fromEnvironment();
+    for (const simd::InstructionSet set : simd::supportedSets()) {
+        INFO(simd::nameOf(set) << ", seed " << rng.seed());
+        simd::ScopedInstructionSet scope(set);
+        constexpr int length = 30000;
+        wave::Environment environment;
+        const Capacitor::Style style;
+        std::deque<test::Signal> inputs;
+        std::deque<Capacitor> paired, alone;
+        for (int channel = 0; channel < 2; ++channel) {
+            std::vector<float> x = gainChanges(rng, length);
+            std::fill_n(x.begin() + 9000 + 2000 * channel, 7000, 0.0f);
+            inputs.emplace_back(&environment, x);
+            for (std::deque<Capacitor>* stages : {&paired, &alone}) {
+                Capacitor& stage = stages->emplace_back(&environment, &style);
+                stage.setInput(&inputs.back());
+                turn(stage.release, 0.001f);
+            }
+        }
+        paired[1].setPartner(&paired[0]);
+        int block = 0;
+        for (const int n : rng.pieces(length, 200)) {
+            ++block;
+            INFO("block " << block);
+            for (std::deque<Capacitor>* stages : {&paired, &alone}) {
+                if (block % 50 == 20) (*stages)[block % 4 / 2].reset();
+                if (block % 40 == 10) (*stages)[1].attack.assign(block % 80 == 10 ? 0.1f : 0.01f);
+            }
+            environment.beginBlock();
+            for (const std::size_t c : {block % 3 == 0 ? 1u : 0u, block % 3 == 0 ? 0u : 1u}) {
+                const float* const out = paired[c].pull(n)->data();
+                CHECK(std::equal(out, out + n, alone[c].pull(n)->data()));
+            }
+            environment.render(n, 0);
+        }
     }
 }
 
