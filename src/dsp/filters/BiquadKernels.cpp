@@ -87,25 +87,26 @@ struct Samples<2> {
     }
     static CINDER_LANES V rounded(V v) { return toDouble(narrowed(v)); }
 
-    // Two samples of a channel are converted together, then those of two channels exchanged.
+    // The floats of two channels are exchanged, then four converted together.
     static CINDER_LANES Group loadGroup(const BiquadLane* lanes, std::ptrdiff_t at) {
-        const auto from = [&](int lane, int i) __attribute__((always_inline)) {
-            return toDouble(Lanes<2>::load(lanes[lane].input + at + i));
-        };
-        const V firstEarly = from(0, 0), secondEarly = from(1, 0);
-        const V firstLate = from(0, 2), secondLate = from(1, 2);
-        return {shuffle<0, 2>(firstEarly, secondEarly), shuffle<1, 3>(firstEarly, secondEarly),
-                shuffle<0, 2>(firstLate, secondLate), shuffle<1, 3>(firstLate, secondLate)};
+        const auto a = Lanes<4>::load(lanes[0].input + at);
+        const auto b = Lanes<4>::load(lanes[1].input + at);
+        const auto early = toDouble(shuffle<0, 4, 1, 5>(a, b));
+        const auto late = toDouble(shuffle<2, 6, 3, 7>(a, b));
+        return {shuffle<0, 1>(early, early), shuffle<2, 3>(early, early), shuffle<0, 1>(late, late),
+                shuffle<2, 3>(late, late)};
     }
     static CINDER_LANES void storeGroup(const Group& g, const BiquadLane* lanes,
                                         std::ptrdiff_t at) {
-        for (int i = 0; i < 4; i += 2) {
-            narrowed(shuffle<0, 2>(g.at[i], g.at[i + 1])).store(lanes[0].output + at + i);
-            narrowed(shuffle<1, 3>(g.at[i], g.at[i + 1])).store(lanes[1].output + at + i);
-        }
+        const Lanes<4> early = joined(g.at[0], g.at[1]), late = joined(g.at[2], g.at[3]);
+        shuffle<0, 2, 4, 6>(early, late).store(lanes[0].output + at);
+        shuffle<1, 3, 5, 7>(early, late).store(lanes[1].output + at);
     }
 
 private:
+    static CINDER_LANES Lanes<4> joined(V a, V b) {
+        return {__builtin_convertvector((shuffle<0, 1, 2, 3>(a, b).raw), Lanes<4>::Raw)};
+    }
     static CINDER_LANES Lanes<2> narrowed(V v) {
         return {__builtin_convertvector(v.raw, Lanes<2>::Raw)};
     }
