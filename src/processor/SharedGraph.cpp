@@ -65,6 +65,8 @@ SharedGraph::SharedGraph(ModulationMatrix& matrix, CinderParameters& tree, int n
     for (int band = 0; band < numBands; ++band)
         bands[static_cast<std::size_t>(band)] =
             std::make_unique<SharedBand>(matrix, *tree.bands.set(band), band, &inputPeak);
+    for (int band = 1; band < numBands; ++band)
+        bands[static_cast<std::size_t>(band)]->compander.hearWith(bands[0]->compander);
     midSideEncoder.conversion.assign(MidSideConverter::Conversion::Encode);
     wetDecoder.conversion.assign(MidSideConverter::Conversion::Decode);
     dryDecoder.conversion.assign(MidSideConverter::Conversion::Decode);

@@ -41,6 +41,11 @@ CinderCompander::CinderCompander(wave::Environment* environment,
     toGain.conversion.assign(DBConverter::Conversion::ToGain);
 }
 
+void CinderCompander::hearWith(CinderCompander& other) {
+    capacitor.setInput(&other.detector);
+    capacitor.shareWork(other.capacitor);
+}
+
 void CinderCompander::render(wave::BasicBlock<float>*, int numSamples,
                              unsigned) noexcept CINDER_REALTIME {
     passOn(toGain.pull(numSamples));

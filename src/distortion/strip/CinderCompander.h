@@ -25,6 +25,10 @@ public:
     /// The style lives longer.
     CinderCompander(wave::Environment* environment, const Capacitor::Style* capacitorStyle);
 
+    /// Hears what `other` hears, which lives as long: its detector does for both, and mostly its
+    /// capacitor.
+    void hearWith(CinderCompander& other);
+
     void render(wave::BasicBlock<float>* block, int numSamples,
                 unsigned flags) noexcept CINDER_REALTIME override;
 

@@ -2,8 +2,12 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <deque>
+#include <vector>
 
+#include "support/Rng.h"
 #include "support/StageRig.h"
 
 namespace cinder {
@@ -76,6 +80,42 @@ TEST_CASE("CinderCompander: builds up in half a second, and is gone at once") {
     CHECK(gains[halfSecond] == doctest::Approx(0.9f * gains[10 * halfSecond - 1]).epsilon(0.01));
     CHECK(gains[10 * halfSecond + 10] < 0.15f * gains[10 * halfSecond - 1]);  // a fifth of 1 ms
     CHECK(Rig(levels).gainsDb(1.0f, 11 * halfSecond, 37) == gains);
+}
+
+TEST_CASE("CinderCompander: those that hear together have the bits of those that are alone") {
+    test::Rng rng = test::Rng::fromEnvironment();
+    INFO("seed " << rng.seed());
+    wave::Environment environment;
+    const Capacitor::Style style;
+    std::vector<float> levels = rng.noise(60000);
+    std::ranges::for_each(levels, [](float& level) { level = level * level; });
+    SignalSource level(&environment, levels);
+    std::deque<CinderCompander> together, alone;
+    for (int i = 0; i < 3; ++i)
+        for (std::deque<CinderCompander>* all : {&together, &alone}) {
+            CinderCompander& compander = all->emplace_back(&environment, &style);
+            compander.setInput(&level);
+            turn(compander.dynamics, 0.5f);
+        }
+    together[1].hearWith(together[0]);
+    together[2].hearWith(together[0]);
+    for (int block = 0; block < 400; ++block) {
+        INFO("block " << block);
+        for (std::deque<CinderCompander>* all : {&together, &alone}) {
+            // The first and the second lie still for a while, and stand elsewhere from then on.
+            if (block == 100) turn((*all)[1].dynamics, 0.0f);
+            if (block == 150) turn((*all)[1].dynamics, -1.0f);
+            if (block == 200) turn((*all)[0].dynamics, 0.0f);
+            if (block == 300) turn((*all)[0].dynamics, 0.7f);
+        }
+        const int n = rng.integer(1, 200);
+        environment.beginBlock();
+        for (std::size_t i = 0; i < 3; ++i) {
+            const float* const gains = together[i].pull(n)->data();
+            CHECK(std::equal(gains, gains + n, alone[i].pull(n)->data()));
+        }
+        environment.render(n, 0);
+    }
 }
 
 }  // namespace cinder

@@ -67,6 +67,8 @@ void Capacitor::process(wave::BasicBlock<float>* in, wave::BasicBlock<float>* ou
     setConstant(false);
     if (!controls.arePlain || autoRelease)
         smooth(in->data(), out->data(), numSamples);
+    else if (sharedWork && takesOver(in->data()))
+        return;
     else if (smoothsPlainly() && partner && partner->joins(numSamples))
         smoothWithPartner(in->data(), out->data(), numSamples);
     else
@@ -79,6 +81,25 @@ void Capacitor::followControls(int numSamples) noexcept CINDER_REALTIME {
     if (rest.goesOn(environment->getPosition(), numSamples)) return;
     pullControls(numSamples);
     rest.tryToBegin(numSamples);
+}
+
+/// Whether this block has been run already; if not, this capacitor is about to.
+bool Capacitor::takesOver(const float* in) noexcept CINDER_REALTIME {
+    findCoefficients();
+    Work& done = *sharedWork;
+    const Work own = {environment->getBlockId(), in,  state, riseCoefficient.value,
+                      fallCoefficient.value,     this};
+    if (done.blockId != own.blockId) {
+        done = own;
+        return false;
+    }
+    if (done.in != in || done.from != state || done.up != own.up || done.down != own.down)
+        return false;
+    state = done.by->state;
+    falling = false;
+    passOn(done.by->getOutput());
+    setConstant(done.by->isConstant());
+    return true;
 }
 
 /// Sample by sample, and with two coefficients.

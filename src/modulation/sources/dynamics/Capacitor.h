@@ -34,6 +34,9 @@ public:
     /// Lets the capacitors of two channels that are heard together run as two lanes: the one pulled
     /// first in a cycle pulls the other's input as well. Null for none.
     void setPartner(Capacitor* newPartner);
+    /// Those that share work and have the same input take a block over from the first of them that
+    /// runs in a cycle, as long as they stand where that one stood. Both live equally long.
+    void shareWork(Capacitor& other) { sharedWork = other.sharedWork = &other.work; }
 
     wave::FloatParameterBus attack;       // seconds
     wave::FloatParameterBus attackScale;  // 1 is neutral
@@ -69,6 +72,14 @@ private:
         double value = 1.0;
     };
 
+    /// What a block went by, and who has run it.
+    struct Work {
+        std::uint32_t blockId = 0;
+        const float* in = nullptr;
+        double from = 0.0, up = 0.0, down = 0.0;
+        const Capacitor* by = nullptr;
+    };
+
     void pullControls(int numSamples) noexcept CINDER_REALTIME;
     void followControls(int numSamples) noexcept CINDER_REALTIME;
     bool smoothsPlainly() const noexcept CINDER_REALTIME;
@@ -76,6 +87,7 @@ private:
     void findCoefficients() noexcept CINDER_REALTIME;
     void smoothWithPartner(const float* in, float* out, int numSamples) noexcept CINDER_REALTIME;
     void leave() noexcept CINDER_REALTIME;
+    bool takesOver(const float* in) noexcept CINDER_REALTIME;
     bool isAtRest(const float* in, int numSamples) const noexcept CINDER_REALTIME;
     void beginAnew() noexcept CINDER_REALTIME;
     void smoothPlainly(const float* in, float* out, int numSamples) noexcept CINDER_REALTIME;
@@ -89,6 +101,8 @@ private:
     wave::RestOfControls rest;
     const Style* style;            // not owned
     Capacitor* partner = nullptr;  // likewise
+    Work work;
+    Work* sharedWork = nullptr;  // one for all that share
     double state = 0.0;
     bool falling = false;
     double softeningPosition = 0.0;  // 0..1, from the start of a fall on
