@@ -1,5 +1,8 @@
 #include "fuzz/FuzzTarget.h"
 
+#include <stdlib.h>
+#include <unistd.h>
+
 namespace cinder::test {
 
 std::span<const FuzzTarget> fuzzTargets() {
@@ -13,6 +16,12 @@ std::span<const FuzzTarget> fuzzTargets() {
         {"state", fuzzState},
     };
     return targets;
+}
+
+void keepFilesInMemory() {
+    constexpr const char* inMemory = "/dev/shm";
+    constexpr int onlyIfMissing = 0;
+    if (::access(inMemory, W_OK | X_OK) == 0) ::setenv("TMPDIR", inMemory, onlyIfMissing);
 }
 
 }  // namespace cinder::test

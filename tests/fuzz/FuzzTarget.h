@@ -14,6 +14,10 @@ struct FuzzTarget {
 
 std::span<const FuzzTarget> fuzzTargets();
 
+/// Where the system has a place for files in memory and nobody wants another one, takes it for
+/// temporary folders: thousands of them, each with a few files, have a disk wait for minutes.
+void keepFilesInMemory();
+
 void fuzzArchive(std::string_view bytes);
 void fuzzControllerMap(std::string_view bytes);
 void fuzzPreset(std::string_view bytes);

@@ -35,6 +35,7 @@ extern "C" int LLVMFuzzerInitialize(int* numArguments, char*** arguments) {
     static doctest::Context context;
     context.setAsDefaultForAssertsOutOfTestCases();
     context.setAssertHandler(stop);
+    cinder::test::keepFilesInMemory();
     constexpr std::string_view option = "--target=";
     for (int i = 1; i < *numArguments; ++i) {
         const std::string_view argument = (*arguments)[i];
