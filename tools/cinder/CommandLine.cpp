@@ -1,7 +1,9 @@
 #include "cinder/CommandLine.h"
 
 #include "cinder/BenchCommand.h"
+#include "cinder/ControllersCommand.h"
 #include "cinder/PlotCommand.h"
+#include "cinder/PresetCommand.h"
 #include "cinder/PresetsCommand.h"
 #include "cinder/RenderCommand.h"
 #include "cinder/StylesCommand.h"
@@ -32,6 +34,8 @@ constexpr void (*addCommands[])(CLI::App&) = {
     addSourcesCommand,
     addTargetsCommand,
     addPresetsCommand,
+    addPresetCommand,
+    addControllersCommand,
 };
 // clang-format on
 

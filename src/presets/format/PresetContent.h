@@ -11,6 +11,9 @@ namespace cinder {
 class BinaryDataReader;
 class BinaryDataWriter;
 
+/// What the product's preset files begin with: its code.
+inline constexpr std::string_view presetMagic = "KCnd";
+
 /// The version in which presets are written now.
 inline constexpr std::int32_t presetVersion = 4;
 
