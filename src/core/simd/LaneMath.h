@@ -10,17 +10,8 @@
 namespace cinder::simd::CINDER_SIMD_SET {
 
 /// Coefficients from the highest power down.
-template <class L, int count>
-CINDER_LANES L polynomial(const float (&coefficients)[count], L x) {
-    L sum = coefficients[0];
-    for (int i = 1; i < count; ++i)
-        sum = mulAdd(sum, x, L(coefficients[i]));
-    return sum;
-}
-
-/// The same for double lanes.
-template <class L, int count>
-CINDER_LANES L polynomial(const double (&coefficients)[count], L x) {
+template <class L, class Number, int count>
+CINDER_LANES L polynomial(const Number (&coefficients)[count], L x) {
     L sum = coefficients[0];
     for (int i = 1; i < count; ++i)
         sum = mulAdd(sum, x, L(coefficients[i]));
