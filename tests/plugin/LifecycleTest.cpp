@@ -123,5 +123,36 @@ TEST_CASE("GenericPlugin: an instance is named after its track, and no two alike
     CHECK(three.getVersionInfo().versionedName() == "Named 2");
 }
 
+TEST_CASE("CinderPlugin: the first start in a fresh home brings the factory presets") {
+    const PluginHome home(PluginHome::Start::New);
+    {
+        CinderPlugin plugin(stereoLayout);
+        CHECK(plugin.getCurrentPreset().name() == "Default Setting");
+        const PresetManager& presets = *plugin.presetManager(-1);
+        std::vector<PresetEntry*> list;
+        presets.allPresets(list);
+        CHECK(list.size() >= 40);
+        for (const PresetEntry* const entry : list)
+            CHECK_MESSAGE(plugin.loadPreset(*entry), entry->name);
+        for (int kind = 0; kind < 5; ++kind) {
+            const PresetEntry* const entry = plugin.presetManager(kind)->findByName("Default");
+            REQUIRE(entry);
+            CHECK(plugin.loadComponentPreset(kind, 0, entry->path));
+        }
+    }
+    const auto clean = home.presets() / "Clean.knp", own = home.presets() / "Own.knp";
+    const std::string asDelivered = bytesOf(clean);
+    putBytes(clean, "changed");
+    putBytes(own, asDelivered);
+    std::filesystem::remove(home.presets() / "Default Setting.knp");
+    CinderPlugin later(stereoLayout);
+    CHECK(later.getCurrentPreset().name().empty());
+    CHECK(bytesOf(clean) == "changed");
+    CHECK(later.installFactoryFiles(true));
+    CHECK(bytesOf(clean) == asDelivered);
+    CHECK(std::filesystem::exists(own));
+    CHECK(later.presetManager(-1)->findByName("Default Setting"));
+}
+
 }  // namespace
 }  // namespace cinder::test

@@ -9,9 +9,9 @@
 namespace cinder::archive {
 
 /// A folder that is open, so that what is made in it is made in it: names of its own level only,
-/// and no link is followed, whatever someone lays there meanwhile. Shape   names as isGoodName()
-/// has them State   a descriptor, and whether each file has to reach the disk before it bears its
-/// name. Who
+/// and no link is followed, whatever someone lays there meanwhile.
+/// Shape   names as isGoodName() has them
+/// State   a descriptor, and whether each file has to reach the disk before it bears its name. Who
 ///         does without flushes later
 /// Errors  none, or false; what was there is still there
 class OpenFolder {
