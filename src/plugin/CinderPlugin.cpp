@@ -2,17 +2,10 @@
 
 #include <string>
 
+#include "presets/format/ComponentKind.h"
+
 namespace cinder {
 namespace {
-
-struct ComponentRow {
-    const char* extension;
-    const char* folder;
-};
-constexpr ComponentRow componentRows[] = {
-    // in the order of the kinds
-    {".band", "Band"}, {".xlfo", "XLFO"}, {".eg", "EG"}, {".ef", "EF"}, {".midi", "MIDI"},
-};
 
 constexpr GenericPluginBase::RealtimeCounts offered = {1, 0, 0, 0};  // what is heard, as audio
 
@@ -55,8 +48,9 @@ std::unique_ptr<Settings> CinderPlugin::createSettings() {
 
 void CinderPlugin::createSharedObjects(const std::string& productName) {
     ModulationMatrixPlugin::createSharedObjects(productName);
-    for (const ComponentRow& row : componentRows)
-        getShared().addComponentPresetManager(row.extension, row.folder);
+    for (const cinder::ComponentKind& kind : componentKinds())
+        getShared().addComponentPresetManager(std::string(kind.extension),
+                                              std::string(kind.folder));
 }
 
 int CinderPlugin::contentWidth() const {
