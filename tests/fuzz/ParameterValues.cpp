@@ -9,13 +9,6 @@
 
 namespace cinder::test {
 
-std::vector<float> valuesOf(const GenericParameterOwner& owner) {
-    std::vector<float> values;
-    for (int id = 0; id < owner.parameterCount(); ++id)
-        values.push_back(owner.parameter(id)->value());
-    return values;
-}
-
 void setAllToDefault(GenericParameterOwner& owner) {
     for (int id = 0; id < owner.parameterCount(); ++id)
         owner.parameter(id)->resetToDefault(AbstractPluginParameter::hostKnows);

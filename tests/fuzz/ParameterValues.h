@@ -2,13 +2,9 @@
 
 #include <vector>
 
-namespace cinder {
-class GenericParameterOwner;
-}
+#include "support/ParameterValues.h"
 
 namespace cinder::test {
-
-std::vector<float> valuesOf(const GenericParameterOwner& owner);
 
 void setAllToDefault(GenericParameterOwner& owner);
 /// Something that neither a file's zeros nor, mostly, the defaults would be.

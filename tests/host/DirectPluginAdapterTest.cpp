@@ -41,7 +41,7 @@ TEST_CASE("DirectPluginAdapter: a state comes back whole, and the same bytes aga
     Rng rng = Rng::fromEnvironment();
     INFO("seed " << rng.seed());
     HostRig rig;
-    rig.randomise(rng);
+    randomise(rig.host.getPlugin(), rng);
     rig.host.getPlugin().setPresetName("Gr\u00fc\u00dfe \\ 1", -1);
     rig.host.setBypassed(true);
     const std::string rich = rig.state();
@@ -73,7 +73,7 @@ TEST_CASE("DirectPluginAdapter: whatever is wrong with a state, the halves stay 
     Rng rng = Rng::fromEnvironment();
     INFO("seed " << rng.seed());
     HostRig rig;
-    rig.randomise(rng);
+    randomise(rig.host.getPlugin(), rng);
     const std::string rich = rig.state();
     const auto before = valuesOf(rig.host.getPlugin());
     for (const std::size_t length : {std::size_t{0}, std::size_t{7}, std::size_t{11}}) {
@@ -84,7 +84,7 @@ TEST_CASE("DirectPluginAdapter: whatever is wrong with a state, the halves stay 
     foreign.replace(valuesEnd, 4, "KOth");
     for (const std::string& bytes :
          {rich.substr(0, 12), rich.substr(0, 2002), rich.substr(0, rich.size() - 15), foreign}) {
-        rig.randomise(rng);
+        randomise(rig.host.getPlugin(), rng);
         CHECK(!rig.read(bytes));
         CHECK(rig.halvesAgree());
     }
@@ -95,7 +95,7 @@ TEST_CASE("DirectPluginAdapter: whatever is wrong with a state, the halves stay 
     longer.replace(8, 4, std::string("\x84\x03\0\0", 4));
     longer.insert(valuesEnd, 4, 'x');
     none.replace(8, valuesEnd - 8, 4, '\0');
-    rig.randomise(rng);
+    randomise(rig.host.getPlugin(), rng);
     CHECK(rig.read(longer));
     CHECK(valuesOf(rig.host.getProcessor()) == before);
     CHECK(rig.read(none));

@@ -10,18 +10,11 @@
 #include "host/DirectPluginAdapter.h"
 #include "params/AbstractPluginParameter.h"
 #include "state/MemoryStream.h"
+#include "support/ParameterValues.h"
 #include "support/PluginHome.h"
 #include "support/RealtimeGuard.h"
-#include "support/Rng.h"
 
 namespace cinder::test {
-
-inline std::vector<float> valuesOf(const GenericParameterOwner& owner) {
-    std::vector<float> values;
-    for (int id = 0; id < owner.parameterCount(); ++id)
-        values.push_back(owner.parameter(id)->value());
-    return values;
-}
 
 /// An instance in a home of its own, played in stereo, every block under the guard.
 struct HostRig {
@@ -55,15 +48,6 @@ struct HostRig {
     bool read(const std::string& bytes) {
         MemoryStream in(bytes);
         return host.readState(in);
-    }
-    void randomise(Rng& rng) const {
-        CinderPlugin& plugin = host.getPlugin();
-        plugin.beginUpdate();
-        for (int id = 0; id < plugin.parameterCount(); ++id) {
-            AbstractPluginParameter& parameter = *plugin.parameter(id);
-            parameter.setValue(parameter.denormalize(static_cast<float>(rng.real(0.0, 1.0))), 0);
-        }
-        plugin.endUpdate();
     }
     template <typename Row>
     int idOf(Row row) const {

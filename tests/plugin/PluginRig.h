@@ -10,6 +10,7 @@
 
 #include "params/AbstractPluginParameter.h"
 #include "plugin/CinderPlugin.h"
+#include "support/ParameterValues.h"
 #include "support/PluginHome.h"
 
 namespace cinder::test {
@@ -46,13 +47,6 @@ struct RecordingListener final : GenericPlugin::Listener {
     std::mutex mutex;
     std::vector<std::pair<int, int>> told;
 };
-
-inline std::vector<float> valuesOf(const GenericParameterOwner& owner) {
-    std::vector<float> values;
-    for (int id = 0; id < owner.parameterCount(); ++id)
-        values.push_back(owner.parameter(id)->value());
-    return values;
-}
 
 /// A value of the parameter that isn't the one it has.
 inline float otherValue(const AbstractPluginParameter& parameter) {

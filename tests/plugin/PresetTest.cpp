@@ -11,15 +11,6 @@ PresetEntry entryIn(const std::string& folder, const std::string& name) {
     return PresetEntry::of(folder + name + ".knp");
 }
 
-void randomise(CinderPlugin& plugin, Rng& rng) {
-    plugin.beginUpdate();
-    for (int id = 0; id < plugin.parameterCount(); ++id) {
-        AbstractPluginParameter& parameter = *plugin.parameter(id);
-        parameter.setValue(parameter.denormalize(static_cast<float>(rng.real(0.0, 1.0))), 0);
-    }
-    plugin.endUpdate();
-}
-
 TEST_CASE("GenericPlugin: a saved preset comes back whole, with its identity") {
     Rng rng = Rng::fromEnvironment();
     INFO("seed " << rng.seed());

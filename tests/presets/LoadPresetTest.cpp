@@ -13,27 +13,13 @@
 #include "presets/format/PresetConversion.h"
 #include "state/BinaryData.h"
 #include "state/MemoryStream.h"
-#include "support/Rng.h"
+#include "support/ParameterValues.h"
 
 namespace cinder::test {
 namespace {
 
 constexpr const char* code = "KCnd";
 using Values = std::vector<float>;
-
-Values valuesOf(const GenericParameterOwner& owner) {
-    Values values;
-    for (int id = 0; id < owner.parameterCount(); ++id)
-        values.push_back(owner.parameter(id)->value());
-    return values;
-}
-
-void randomise(GenericParameterOwner& owner, Rng& rng) {
-    for (int id = 0; id < owner.parameterCount(); ++id) {
-        AbstractPluginParameter& parameter = *owner.parameter(id);
-        parameter.setValue(parameter.denormalize(static_cast<float>(rng.real(0.0, 1.0))), 0);
-    }
-}
 
 /// A file with a count of its own.
 std::string presetBytes(std::int32_t version, std::int32_t count, const Values& values) {

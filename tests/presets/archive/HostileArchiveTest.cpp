@@ -81,7 +81,7 @@ TEST_CASE("Hostile archive: a bad name fails alone") {
                                  ".",
                                  "/",
                                  std::string("a\0b", 3),
-                                 "/tmp/cinder-out",
+                                 "/outside",
                                  std::string(68, 'n'),
                                  std::string(255, 'n')};
     std::string entries;

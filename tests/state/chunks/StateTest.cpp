@@ -14,7 +14,7 @@
 #include "state/chunks/ParameterState.h"
 #include "state/chunks/StateContent.h"
 #include "support/Hex.h"
-#include "support/Rng.h"
+#include "support/ParameterValues.h"
 
 namespace cinder::test {
 namespace {
@@ -43,26 +43,11 @@ public:
 
 using Values = std::vector<float>;
 
-Values valuesOf(const GenericParameterOwner& owner) {
-    Values values;
-    for (int id = 0; id < owner.parameterCount(); ++id)
-        values.push_back(owner.parameter(id)->value());
-    return values;
-}
-
 Values defaultsOf(const GenericParameterOwner& owner) {
     Values values;
     for (int id = 0; id < owner.parameterCount(); ++id)
         values.push_back(owner.parameter(id)->defaultValue());
     return values;
-}
-
-void randomise(GenericParameterOwner& owner, Rng& rng) {
-    for (int id = 0; id < owner.parameterCount(); ++id) {
-        AbstractPluginParameter& parameter = *owner.parameter(id);
-        const auto place = static_cast<float>(rng.real(0.0, 1.0));
-        parameter.setValue(parameter.denormalize(place), AbstractPluginParameter::hostKnows);
-    }
 }
 
 std::string stateOf(const GenericParameterOwner& owner, const InstanceState& instance,
