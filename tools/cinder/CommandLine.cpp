@@ -1,5 +1,6 @@
 #include "cinder/CommandLine.h"
 
+#include "cinder/ArchiveCommand.h"
 #include "cinder/BenchCommand.h"
 #include "cinder/ControllersCommand.h"
 #include "cinder/PlotCommand.h"
@@ -35,6 +36,7 @@ constexpr void (*addCommands[])(CLI::App&) = {
     addTargetsCommand,
     addPresetsCommand,
     addPresetCommand,
+    addArchiveCommand,
     addControllersCommand,
 };
 // clang-format on

@@ -4,9 +4,10 @@
 #include "cinder/OptionValues.h"
 #include "cinder/StandardStreams.h"
 #include "cinder/UsageError.h"
-#include "plugin/settings/SettingsFile.h"
+#include "plugin/CinderPlugin.h"
 #include "presets/PresetManager.h"
 #include "presets/files/Paths.h"
+#include "presets/format/ComponentKind.h"
 
 #include <CLI/CLI.hpp>
 
@@ -21,58 +22,34 @@ namespace cinder {
 
 namespace {
 
-constexpr const char* product = "Cinder";
-constexpr int majorVersion = 1;
-
-/// Presets of the whole, which have MIDI programs, and of each kind of part.
-struct PresetKind {
-    const char* name;
-    const char* extension;
-    const char* folder;  // below that of all component presets
-};
-constexpr PresetKind presetKinds[] = {
-    {"preset", ".knp", ""}, {"band", ".band", "Band"}, {"xlfo", ".xlfo", "XLFO"},
-    {"eg", ".eg", "EG"},    {"ef", ".ef", "EF"},       {"midi", ".midi", "MIDI"},
-};
-
-bool hasPrograms(const PresetKind& kind) {
-    return &kind == &presetKinds[0];
-}
+constexpr std::string_view wholeKind = "preset";
 
 /// As typed.
 struct PresetsOptions {
     std::string folder;  // empty: where the plug-in looks
-    std::string kind = presetKinds[0].name;
+    std::string kind = std::string(wholeKind);
     std::shared_ptr<FormatOptions> format;
 };
 
-const PresetKind& parseKind(const std::string& text) {
-    std::string names;
-    for (const PresetKind& kind : presetKinds) {
-        if (isSameName(kind.name, text)) return kind;
-        names += (names.empty() ? "" : ", ") + std::string(kind.name);
+/// Of a component, or `wholePresets`.
+constexpr int wholePresets = -1;
+int parseKind(const std::string& text) {
+    if (isSameName(wholeKind, text)) return wholePresets;
+    std::string names(wholeKind);
+    const auto kinds = componentKinds();
+    for (std::size_t kind = 0; kind < kinds.size(); ++kind) {
+        const std::string name(kinds[kind].extension.substr(1));
+        if (isSameName(name, text)) return static_cast<int>(kind);
+        names += ", " + name;
     }
     throw UsageError("--kind takes one of " + names + ", not " +
                      quoted(std::filesystem::path(text)));
 }
 
-/// The folder of the settings, or the one that an instance falls back to.
-std::string presetFolderOfUser() {
-    const std::string fallback = defaultPresetFolder(versionedName(product, majorVersion));
-    SettingsFileReader reader({userSettingsRoot(), registryKeyPath(product, majorVersion)});
-    const std::string chosen = reader.stringValue("PresetFolder", fallback, fallback);
-    return folderExists(chosen) ? chosen : fallback;
-}
-
-std::string folderOf(const std::filesystem::path& typed, const PresetKind& kind) {
-    if (!typed.empty()) {
-        const std::string folder = systemPath(std::filesystem::absolute(typed).lexically_normal());
-        if (!folderExists(folder)) throw UserError("there is no folder " + quoted(typed));
-        return folder;
-    }
-    if (hasPrograms(kind)) return presetFolderOfUser();
-    return applicationDataFolder(versionedName(product, majorVersion)) + "Component Presets\\" +
-           kind.folder;
+std::string pathOf(const std::filesystem::path& typed) {
+    const std::string folder = systemPath(std::filesystem::absolute(typed).lexically_normal());
+    if (!folderExists(folder)) throw UserError("there is no folder " + quoted(typed));
+    return folder;
 }
 
 std::string inOneLine(std::string text) {
@@ -119,19 +96,33 @@ Listing listingOf(const PresetManager& manager, bool withPrograms) {
     return listing;
 }
 
-void runPresets(const PresetsOptions& options) {
-    const PresetKind& kind = parseKind(options.kind);
-    PresetManager manager("", kind.extension);
-    manager.rescan(folderOf(options.folder, kind));
-    const ListFormat format = options.format->format();
-    std::cout << (format == ListFormat::Table
-                      ? treeOf(manager, hasPrograms(kind))
-                      : textOf(listingOf(manager, hasPrograms(kind)), format));
+void print(const PresetManager& manager, bool withPrograms, ListFormat format) {
+    std::cout << (format == ListFormat::Table ? treeOf(manager, withPrograms)
+                                              : textOf(listingOf(manager, withPrograms), format));
     requirePrinted();
     if (manager.isCutShort())
         throw UserError(
             "the folder takes longer to read than a plug-in waits for it; there may "
             "be more in it than is listed");
+}
+
+/// A folder that is named is only looked at. Where the plug-in looks, it itself says, and as it
+/// starts it puts the factory presets where there are none.
+void runPresets(const PresetsOptions& options) {
+    const int kind = parseKind(options.kind);
+    const bool withPrograms = kind == wholePresets;
+    const ListFormat format = options.format->format();
+    if (options.folder.empty()) {
+        CinderPlugin plugin(stereoLayout);
+        PresetManager& manager = *plugin.presetManager(kind);
+        manager.rescan(manager.getPath());
+        return print(manager, withPrograms, format);
+    }
+    PresetManager manager(
+        "", withPrograms ? std::string(".knp")
+                         : std::string(componentKinds()[static_cast<std::size_t>(kind)].extension));
+    manager.rescan(pathOf(options.folder));
+    print(manager, withPrograms, format);
 }
 
 constexpr const char* footer =

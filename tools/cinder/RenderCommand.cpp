@@ -17,7 +17,8 @@
 #include "cinder/render/OfflineRender.h"
 #include "cinder/render/RenderReport.h"
 #include "cinder/render/RenderSettings.h"
-#include "processor/CinderProcessor.h"
+#include "cinder/render/RenderStart.h"
+#include "host/DirectPluginAdapter.h"
 
 #include <CLI/CLI.hpp>
 
@@ -53,6 +54,8 @@ struct RenderOptions {
     std::optional<std::string> rate;  // none: that of the input
     std::string tempo = "120";
     std::string tail = "0";
+    RenderStart start;
+    RenderStart::Saved saved;
     std::vector<std::filesystem::path> parameterFiles;
     std::vector<std::string> settings;
     File automation, midi, sideChain, spectrum;
@@ -160,8 +163,15 @@ std::string automationText(const std::filesystem::path& file, const Score& score
     return quoted(file) + ", " + countText(numPoints, "point") + names;
 }
 
-void describeScore(RenderReport& report, const RenderOptions& options, const Score& score) {
-    report.with.emplace_back("with", score.settings.text());
+/// `before`: the values that the instance had when the command's own were set.
+void describeScore(RenderReport& report, const RenderOptions& options, const Score& score,
+                   const std::vector<float>& before) {
+    if (options.start.preset)
+        report.with.emplace_back("preset", quoted(std::filesystem::path(*options.start.preset)));
+    if (options.start.state) report.with.emplace_back("state", quoted(*options.start.state));
+    const std::string settings = score.settings.text(before);
+    if (!settings.empty()) report.with.emplace_back("with", settings);
+    if (report.with.empty()) report.with.emplace_back("with", "all parameters at their defaults");
     if (options.automation)
         report.with.emplace_back("moving", automationText(*options.automation, score));
     if (options.midi)
@@ -197,9 +207,12 @@ RenderReport renderFile(const RenderOptions& options, const Score& score, Figure
         input.tap([&](auto channels, int count) { spectrum->addInput(channels, count); });
     }
 
-    CinderProcessor processor(numChannels == 1 ? monoLayout : stereoLayout, seed);
-    HostEvents events(score.settings, score.automation, score.midi, rate);
-    OfflineRender render(input.audio(), processor, events,
+    DirectPluginAdapter instance(numChannels == 1 ? monoLayout : stereoLayout, seed);
+    const std::vector<float> before = options.start.load(instance, score.settings);
+    score.settings.apply(instance.getPlugin());
+    const RenderSnapshot snapshot(instance, score.settings);
+    HostEvents events(score.automation, score.midi, rate);
+    OfflineRender render(input.audio(), instance, events,
                          {.blockSize = score.blockSize,
                           .beatsPerMinute = score.tempo,
                           .tailFrames = std::llround(score.tail * rate),
@@ -223,10 +236,11 @@ RenderReport renderFile(const RenderOptions& options, const Score& score, Figure
         *figure = spectrum->figure(options.output.filename().string(), rate);
     }
     writer.commit();
+    snapshot.save(options.saved);
 
     report.in = describe(options.input, input.asStored());
     report.in.levels = input.getLevels();
-    describeScore(report, options, score);
+    describeScore(report, options, score, before);
     report.latencySamples = render.latency();
     report.isLatencyTakenOut = !options.keepsLatency;
     report.numClipped = writer.numClipped();
@@ -256,6 +270,10 @@ then what was there stays. The ending of OUT chooses its format: .wav (32-bit
 float), .aiff .aif .flac (24 bit), .ogg .oga (Vorbis). The same command gives
 the same samples every time.
 
+A preset is one of the preset folder, where `cinder presets` finds them, or a
+file: .knp, or .txt with what `cinder preset show` prints. --params and --set
+change what it says; without a preset all is at its default.
+
 `cinder params` lists the parameters. NAME is a parameter's name in upper or
 lower case, or its id; VALUE is what a user types: 70%, -6 dB, 1.2 kHz, A4, Warm
 Tube. A file of parameters has one NAME=VALUE in a line; what --set says counts
@@ -277,6 +295,9 @@ Examples:
   cinder render drums.wav out.flac --set "Band 1 Drive=70%" \
       --set "Band 1 Style=Warm Tape" --set "High Quality=On"
       harder, by another style and with the least aliasing
+  cinder render drums.wav out.wav --preset "Clean" --set "Mix=50%" \
+      --save-preset half.knp
+      half of what the preset does, kept for next time
   cinder render pad.wav out.wav --params pad.txt --tempo 96 --tail 2
       as the file says, in time, and two seconds longer for what rings on
   cinder render bass.wav out.wav --automation moves.csv --midi notes.mid
@@ -297,6 +318,13 @@ void addFiles(CLI::App& command, RenderOptions& options) {
 }
 
 void addParameters(CLI::App& command, RenderOptions& options) {
+    auto* const preset =
+        command
+            .add_option("--preset", options.start.preset, "Start from a preset, by name or file")
+            ->type_name("NAME|FILE");
+    command.add_option("--state", options.start.state, "Start from a state of an instance")
+        ->type_name("FILE")
+        ->excludes(preset);
     command.add_option("--set", options.settings, "Give a parameter a value; the last one counts")
         ->type_name("NAME=VALUE")
         ->expected(1)
@@ -309,6 +337,17 @@ void addParameters(CLI::App& command, RenderOptions& options) {
         ->type_name("CSV");
     command.add_option("--midi", options.midi, "Play a MIDI file to the effect")->type_name("FILE");
     command.add_option("--sidechain", options.sideChain, "Audio for the side chain")
+        ->type_name("FILE");
+}
+
+void addSaving(CLI::App& command, RenderOptions& options) {
+    command
+        .add_option("--save-preset", options.saved.preset,
+                    "Save what the effect starts with as a preset, .knp or .txt")
+        ->type_name("FILE");
+    command
+        .add_option("--save-state", options.saved.state,
+                    "Save what a host would keep of the effect at the start")
         ->type_name("FILE");
 }
 
@@ -343,6 +382,7 @@ void addRenderCommand(CLI::App& program) {
         program.add_subcommand("render", "Render an audio file through the effect");
     addFiles(*command, *options);
     addParameters(*command, *options);
+    addSaving(*command, *options);
     addHost(*command, *options);
     command->footer(footerText);
     command->callback([options] { runRender(*options); });

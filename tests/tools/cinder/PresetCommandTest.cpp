@@ -174,4 +174,38 @@ TEST_CASE("controllers: the user's map or a file, made where it is missing") {
     CHECK(run({"set", "1", "Mixx"}).status == 2);
 }
 
+TEST_CASE("archive: what is packed is listed and comes out again") {
+    const TemporaryFolder folder;
+    const auto path = [&](const std::string& name) { return (folder / name).string(); };
+    const auto status = [](std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), "archive");
+        return Program::run(arguments).status;
+    };
+    for (const char* const name : {"s/factory/A/Loud.txt", "s/components/Band/Default.txt"}) {
+        std::filesystem::create_directories((folder / name).parent_path());
+        putBytes(folder / name, "Band 1 Drive = 70%\n");
+    }
+    CHECK(status({"pack", path("s"), path("a.bin")}) == 0);
+    const std::string listed = Program::run({"archive", "list", path("a.bin"), "--csv"}).out;
+    CHECK(listed.find("FactoryPresets/A/Loud.knp,3584,") != std::string::npos);
+    CHECK(listed.find("Band/Default.band,68,") != std::string::npos);
+
+    const std::string out = path("out/A/Loud.knp");
+    CHECK(status({"extract", path("a.bin"), "factorypresets", path("out")}) == 0);
+    const std::string preset = bytesOf(out);
+    CHECK(preset.size() == 3584);
+    putBytes(out, "mine");
+    CHECK(status({"extract", path("a.bin"), "FactoryPresets", path("out")}) == 0);
+    CHECK(bytesOf(out) == "mine");
+    CHECK(status({"extract", path("a.bin"), "FactoryPresets", path("out"), "--overwrite"}) == 0);
+    CHECK(bytesOf(out) == preset);
+
+    CHECK(status({"extract", path("a.bin"), "Nothing", path("out")}) == 1);
+    CHECK(status({"list", out}) == 1);
+    putBytes(folder / "s/factory/A/Bad.txt", "Band 1 Drive = loud\n");
+    const std::string before = bytesOf(folder / "a.bin");
+    CHECK(status({"pack", path("s"), path("a.bin")}) == 1);
+    CHECK(bytesOf(folder / "a.bin") == before);
+}
+
 }  // namespace cinder::test

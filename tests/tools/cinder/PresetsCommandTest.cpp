@@ -35,7 +35,6 @@ std::string outputIn(const TemporaryFolder& home, const std::vector<std::string>
 TEST_CASE("presets: the tree as the menu shows it, from the folder that the settings name") {
     const TemporaryFolder home;
     const std::string documents = (home / "Documents/Kestrelon/Cinder").string();
-    CHECK(outputIn(home, {"presets"}) == documents + "/\n    (No Presets)\n");
     for (const char* const name : {"Clean.knp", "Drums/Hot.knp", "_1 Best/B\n\xff.knp",
                                    "_1 Best/a.KNP", "_2 None/x.band", ".hidden/x.knp"})
         add(std::filesystem::path(documents) / name);

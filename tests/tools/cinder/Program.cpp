@@ -2,11 +2,15 @@
 
 #include <doctest/doctest.h>
 #include <signal.h>
+#include <stdlib.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <filesystem>
+
+#include "support/TemporaryFolder.h"
 
 namespace cinder::test {
 
@@ -22,6 +26,7 @@ std::string contentOf(int file) {
 }
 
 [[noreturn]] void becomeProgram(const std::vector<std::string>& arguments, int outFile, int errFile,
+                                const std::filesystem::path& home,
                                 const std::function<void()>& prepare) {
     std::vector<char*> argv{const_cast<char*>("cinder")};
     for (const std::string& argument : arguments)
@@ -32,6 +37,10 @@ std::string contentOf(int file) {
         ::signal(signal, SIG_DFL);
     ::dup2(outFile, STDOUT_FILENO);
     ::dup2(errFile, STDERR_FILENO);
+    // No test reads or writes the folders of whoever runs it.
+    ::setenv("HOME", home.c_str(), 1);
+    for (const char* const name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CONFIG_DIRS"})
+        ::unsetenv(name);
     prepare();
     ::execv(CINDER_PROGRAM, argv.data());
     ::_exit(127);
@@ -43,9 +52,10 @@ Program::Program(const std::vector<std::string>& arguments, const std::function<
     : outFile(::memfd_create("out", MFD_CLOEXEC)), errFile(::memfd_create("err", MFD_CLOEXEC)) {
     REQUIRE(outFile >= 0);
     REQUIRE(errFile >= 0);
+    static const TemporaryFolder home;
     process = ::fork();
     REQUIRE(process >= 0);
-    if (process == 0) becomeProgram(arguments, outFile, errFile, prepare);
+    if (process == 0) becomeProgram(arguments, outFile, errFile, home.path, prepare);
 }
 
 Program::~Program() {

@@ -298,4 +298,34 @@ TEST_CASE("render: the table tells what was done") {
         CHECK_MESSAGE(out.find(text) != std::string::npos, std::string(text));
 }
 
+TEST_CASE("render: presets and states are where a rendering starts, and what it can leave") {
+    const Workshop shop;
+    shop.put("in.wav", noise(2, 5000));
+    const Audio plain = rendered(shop, {});
+    const Audio audio = rendered(shop, {"--preset", "Hot Reel", "--set", "Mix=50%", "--save-preset",
+                                        shop.path("half.knp"), "--save-state", shop.path("s")});
+    CHECK(audio != plain);
+    CHECK(rendered(shop, {"--preset", shop.path("half.knp")}) == audio);
+    CHECK(rendered(shop, {"--state", shop.path("s")}) == audio);
+    CHECK(rendered(shop, {"--preset", shop.path("half.knp"), "--save-preset",
+                          shop.path("half.txt")}) == audio);
+    CHECK(rendered(shop, {"--preset", shop.path("half.txt")}) == audio);
+    CHECK(rendered(shop, {"--params", shop.path("half.txt")}) == audio);
+    CHECK(rendered(shop, {}) == plain);
+
+    putBytes(shop.folder / "cut.knp", bytesOf(shop.folder / "half.knp").substr(0, 100));
+    putBytes(shop.folder / "cut", bytesOf(shop.folder / "s").substr(0, 3620));
+    const Arguments wrong[] = {{"--preset", "No Such"},
+                               {"--preset", shop.path("cut.knp")},
+                               {"--preset", shop.path("s")},
+                               {"--state", shop.path("half.knp")},
+                               {"--state", shop.path("cut")}};
+    for (const Arguments& options : wrong) {
+        const Program::Outcome outcome = shop.render("in.wav", "other.wav", options);
+        CHECK_MESSAGE(outcome.status == 1, options.back());
+        CHECK_FALSE(outcome.err.empty());
+        CHECK_FALSE(std::filesystem::exists(shop.folder / "other.wav"));
+    }
+}
+
 }  // namespace cinder::test

@@ -104,6 +104,7 @@ PresetFile readState(const Path& path, std::string_view bytes, const StandaloneP
     // A state goes by the present list, as a preset of today does.
     PresetFile file;
     file.values = *presentValues({presetVersion, std::move(state->values)}, tree);
+    file.isState = true;
     const auto& [presetName, number, isAutoNamed, name] = state->instance;
     file.remark = "a state of instance " + std::to_string(number);
     if (!name.empty()) file.remark.append(" ").append(quoted(Path(name)));

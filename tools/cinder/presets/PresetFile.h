@@ -17,6 +17,7 @@ struct PresetFile {
     PresetHead head;            ///< what a text says; of a preset of old, the format it had
     const ComponentKind* component = nullptr;  ///< null: it covers all parameters
     bool isText = false;
+    bool isState = false;
     std::string remark;  ///< what it is, for whoever looks at it: "a preset of version 2"
 };
 

@@ -1,7 +1,7 @@
 #include "cinder/render/OfflineRender.h"
 
 #include "cinder/audio/AudioReader.h"
-#include "processor/frame/GenericPluginProcessor.h"
+#include "host/DirectPluginAdapter.h"
 
 #include <algorithm>
 
@@ -32,15 +32,15 @@ void readInto(AudioReader& reader, std::span<float* const> channels, int count) 
 
 }  // namespace
 
-OfflineRender::OfflineRender(AudioReader& source, GenericPluginProcessor& processor,
-                             HostEvents& events, const Setup& setup)
+OfflineRender::OfflineRender(AudioReader& source, DirectPluginAdapter& instance, HostEvents& events,
+                             const Setup& setup)
     : source(source),
-      processor(processor),
+      instance(instance),
       events(events),
       setup(setup),
       pieceSize(setup.blockSize * std::max(1, pieceFrames / setup.blockSize)) {
     prepare();
-    latencySamples = processor.getLatency();
+    latencySamples = instance.getProcessor().getLatency();
     framesLeft = numFrames() + (setup.takesLatencyOut ? latencySamples : 0);
     const std::vector<float> silence(static_cast<std::size_t>(pieceSize));
     const int numSideChannels = setup.sideChain ? setup.sideChain->numChannels() : 0;
@@ -54,10 +54,10 @@ std::int64_t OfflineRender::numFrames() const {
 
 /// What a host does before it plays. The reset applies the values, and nothing ramps.
 void OfflineRender::prepare() {
-    processor.getEnvironment()->setSampleRate(static_cast<float>(source.sampleRate()));
-    processor.setSideChainConnected(setup.sideChain != nullptr);
-    events.begin(processor);
-    processor.reset();
+    instance.setSampleRate(static_cast<float>(source.sampleRate()));
+    instance.getProcessor().setSideChainConnected(setup.sideChain != nullptr);
+    events.begin(instance);
+    instance.getProcessor().reset();
 }
 
 /// Answers the frames of the piece.
@@ -75,7 +75,7 @@ int OfflineRender::fillPiece() {
 void OfflineRender::processPiece(int numFrames) {
     for (int done = 0; done < numFrames;) {
         const int blockEnd = std::min(done - done % setup.blockSize + setup.blockSize, numFrames);
-        const int count = events.send(processor, position + done, blockEnd - done);
+        const int count = events.send(instance, position + done, blockEnd - done);
         processCall(done, count);
         done += count;
     }
@@ -87,9 +87,11 @@ void OfflineRender::processCall(int offset, int numFrames) {
     const auto out = pointersInto<float*>(outputs, offset);
     const double beats =
         static_cast<double>(position + offset) / source.sampleRate() * setup.beatsPerMinute / 60.0;
-    processor.setTransport(static_cast<float>(setup.beatsPerMinute), static_cast<float>(beats));
-    processor.process(in.data(), static_cast<int>(in.size()), out.data(),
-                      static_cast<int>(out.size()), numFrames);
+    instance.getProcessor().setTransport(static_cast<float>(setup.beatsPerMinute),
+                                         static_cast<float>(beats));
+    instance.process(in.data(), static_cast<int>(in.size()), out.data(),
+                     static_cast<int>(out.size()), numFrames);
+    instance.dispatch();
 }
 
 void OfflineRender::run(const Sink& sink) {

@@ -10,14 +10,14 @@
 namespace cinder {
 
 class AudioReader;
-class GenericPluginProcessor;
+class DirectPluginAdapter;
 
-/// Plays a reader through a processor as a host would: block by block, with its transport running
+/// Plays a reader through an instance as a host would: block by block, with its transport running
 /// from 0 and what it sends at its place. The latency is taken out: the first `latency` frames that
 /// come back are dropped, and as many frames of silence follow, so that what leaves is in step with
 /// what went in.
 /// Shape   channels of the reader; host blocks of `blockSize`, cut where a parameter moves
-/// State   that of the readers and the processor; memory for one piece, a few thousand frames
+/// State   that of the readers and the instance; memory for one piece, a few thousand frames
 /// Errors  those of the readers and of the sink; the processing itself has none
 class OfflineRender {
 public:
@@ -31,8 +31,8 @@ public:
     /// Takes a piece of what has come back, at least one frame.
     using Sink = std::function<void(std::span<const float* const> channels, int numFrames)>;
 
-    /// Gives the processor the reader's rate and what stands at its start, and clears it.
-    OfflineRender(AudioReader& source, GenericPluginProcessor& processor, HostEvents& events,
+    /// Gives the instance the reader's rate and what stands at its start, and clears it.
+    OfflineRender(AudioReader& source, DirectPluginAdapter& instance, HostEvents& events,
                   const Setup& setup);
 
     void run(const Sink& sink);
@@ -50,7 +50,7 @@ private:
     void processCall(int offset, int numFrames);
 
     AudioReader& source;
-    GenericPluginProcessor& processor;
+    DirectPluginAdapter& instance;
     HostEvents& events;
     const Setup setup;
     const int pieceSize;

@@ -16,7 +16,7 @@ void RenderSettings::set(std::string_view text) {
     std::string fault;
     const auto setting = readSetting(text, tree, fault);
     if (!setting) throw UsageError(fault);
-    apply(*setting);
+    edits[setting->id] = setting->value;
 }
 
 void RenderSettings::setFromFile(const std::filesystem::path& file) {
@@ -24,19 +24,21 @@ void RenderSettings::setFromFile(const std::filesystem::path& file) {
     const auto preset = readPresetText(readWhole(file), tree, fault);
     if (!preset) throw errorInLine(file, fault.line, fault.what);
     for (const PresetSetting& setting : preset->settings)
-        apply(setting);
+        edits[setting.id] = setting.value;
 }
 
-void RenderSettings::apply(const PresetSetting& setting) {
-    tree.parameter(setting.id)->setValue(setting.value, AbstractPluginParameter::hostKnows);
+void RenderSettings::apply(GenericParameterOwner& owner) const {
+    owner.beginUpdate();
+    for (const auto& [id, value] : edits)
+        owner.parameter(id)->setValue(value, 0);
+    owner.endUpdate();
 }
 
-std::string RenderSettings::text() const {
+std::string RenderSettings::text(const std::vector<float>& before) const {
     std::string lines, line;
-    for (int id = 0; id < tree.parameterCount(); ++id) {
+    for (const auto& [id, value] : edits) {
+        if (value == before.at(static_cast<std::size_t>(id))) continue;
         const AbstractPluginParameter& parameter = *tree.parameter(id);
-        const float value = parameter.value();
-        if (value == parameter.defaultValue()) continue;
         if (!line.empty()) line += ", ";
         if (line.size() > lineWidth) {
             lines += line + '\n';
@@ -44,7 +46,7 @@ std::string RenderSettings::text() const {
         }
         line += parameter.getName() + ' ' + parameter.text(value);
     }
-    return lines.empty() && line.empty() ? "all parameters at their defaults" : lines + line;
+    return lines + line;
 }
 
 }  // namespace cinder

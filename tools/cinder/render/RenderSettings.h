@@ -3,16 +3,19 @@
 #include "params/tree/StandaloneParameters.h"
 
 #include <filesystem>
+#include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cinder {
 
 struct PresetSetting;
 
-/// Where the parameters stand when the music starts.
-/// State   a tree of its own, all at default until something is set; of two texts for a parameter
-///         the last one counts
+/// What the command sets, over whatever the instance starts from.
+/// State   the values, by id; of two texts for a parameter the last one counts. And a tree of its
+/// own, all
+///         at default, to look names and texts up
 class RenderSettings {
 public:
     /// "Band 2 Drive=70%": name or id, and what a user would type there.
@@ -23,13 +26,13 @@ public:
     void setFromFile(const std::filesystem::path& file);
 
     const StandaloneParameters& getTree() const { return tree; }
-    /// "Band 2 Drive 70.00%, Mix 50%": what differs from the default, broken into lines.
-    std::string text() const;
+    void apply(GenericParameterOwner& owner) const;
+    /// "Band 2 Drive 70.00%, Mix 50%": what differs from the values given, broken into lines.
+    std::string text(const std::vector<float>& before) const;
 
 private:
-    void apply(const PresetSetting& setting);
-
     StandaloneParameters tree;
+    std::map<int, float> edits;
 };
 
 }  // namespace cinder
