@@ -29,6 +29,7 @@ void UnifiedPluginAdapter::setHalves(std::unique_ptr<GenericPlugin> newPlugin,
 }
 
 void UnifiedPluginAdapter::start() {
+    const ScopedLock inside(*lock);
     processor->setAdapter(this);
     processor->getEnvironment()->setSampleRate(plugin->getSampleRate());
     copyControllerMap();
@@ -77,9 +78,9 @@ void UnifiedPluginAdapter::parameterChanged(int id, bool refresh) {
 
 bool UnifiedPluginAdapter::readPluginSections(std::istream& stream) {
     const ParameterStateResult values = plugin->readParameters(stream);
-    // On another thread the plug-in has only left word for that of the interface, which may not
-    // look before the next block is rendered.
-    if (values.applied && !plugin->getInterfaceThread().isCurrent()) {
+    // The plug-in may only have left word for the thread of the interface, which may not look
+    // before the next block is rendered, or wait for a bracket that another thread has open.
+    if (values.applied) {
         const ScopedLock inside(*lock);
         syncProcessor(true);
     }

@@ -62,7 +62,8 @@ void GenericPlugin::setUpFirstInstance() {
     if (!readControllerMap()) loadControllerMapDefaults();
     readSettings();
     if (shared->running.isFirstRun) writeSettings();
-    if (shared->presets.isEmpty()) installFactoryFiles(false);
+    const PresetManager& presets = shared->presets;  // one cut short may hold more than it shows
+    if (presets.isEmpty() && !presets.isCutShort()) installFactoryFiles(false);
 }
 
 std::unique_ptr<Settings> GenericPlugin::createSettings() {
@@ -91,7 +92,8 @@ ParameterCollection* GenericPlugin::componentCollection(int kind, int index) {
 }
 
 void GenericPlugin::setSampleRate(float rate) {
-    if (!(std::abs(rate - sampleRate) > sameValue)) return;
+    if (!std::isfinite(rate) || rate <= 0.0f) return;
+    if (std::abs(rate - sampleRate) <= sameValue) return;
     sampleRate = rate;
     realtime->setSampleRate(rate);
     updateLatency();
@@ -129,12 +131,19 @@ void GenericPlugin::stateRestored(bool fileChanged) {
 }
 
 void GenericPlugin::loadControllerMapDefaults() {
+    const ScopedLock inside(instanceLock());
     shared->controllerMapping.clear();
 }
 
 bool GenericPlugin::readControllerMap() {
+    const ScopedLock inside(instanceLock());
     return readControllerMapFile(nativePath(shared->controllerMapPath()),
                                  shared->controllerMapping);
+}
+
+void GenericPlugin::assignController(int controller, std::int32_t target) {
+    const ScopedLock inside(instanceLock());
+    shared->controllerMapping.assign(controller, target);
 }
 
 bool GenericPlugin::writeControllerMap() {

@@ -160,10 +160,12 @@ public:
     /// value goes into its file.
     void pushUndo(int parameterId);
 
-    // Controller map. [ui]
+    // Controller map. [ui] It changes under the instance lock, since instances that come or go on
+    // other threads enter themselves with the map.
     virtual void loadControllerMapDefaults();
     bool readControllerMap();
     bool writeControllerMap();
+    void assignController(int controller, std::int32_t target);
     ControllerMapping& getControllerMapping() { return shared->controllerMapping; }
 
     // Settings. [ui]

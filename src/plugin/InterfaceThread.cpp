@@ -54,7 +54,7 @@ void InterfaceThread::post(int event, int argument) {
 }
 
 bool InterfaceThread::moveHere() {
-    if (isCurrent()) return false;
+    if (isCurrent() && hasQueue()) return false;
     const Queue* const before = current;
     openQueue();
     thread = std::this_thread::get_id();

@@ -42,7 +42,7 @@ public:
                  static_cast<std::uint32_t>(argument);
     }
 
-    /// The calling thread becomes it. True: events of the old queue may be lost.
+    /// The calling thread becomes it, and has a queue. True: events of the old one may be lost.
     bool moveHere();
 
     /// What waits, on the thread of the interface; how many there were.

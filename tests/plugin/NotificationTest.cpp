@@ -123,6 +123,10 @@ TEST_CASE("GenericPlugin: the queue goes where the window opens, and nothing is 
         CHECK(!other.getInterfaceThread().hasQueue());
         std::thread([&] { other.parameter(3)->setValue(0.5f, 0); }).join();
         CHECK(adapter.take() == Calls{"value 3"});
+        RecordingListener own;
+        other.attachListener(&own);
+        CHECK(other.getInterfaceThread().hasQueue());
+        other.attachListener(nullptr);
         other.setAdapter(nullptr);
     });
 }

@@ -28,6 +28,7 @@ void UndoHistory::push(const std::string& description) {
 
 void UndoHistory::move(int delta) {
     position = (states.size() + delta + position) % states.size();
+    if (states.at(position).values.empty()) return;  // no window was open before the first step
     compareStates.switchTo(states.at(position).compareSlot);
     states.restore(position);
     compareStates.markDirty();
