@@ -50,7 +50,8 @@ void GenericPlugin::saveInterfaceDefault(int parameterId) {
 }
 
 std::string GenericPlugin::interfaceDefaultsPath() const {
-    return shared->dataFolder() + interfaceDefaultsFile;
+    const std::string folder = shared->dataFolder();
+    return folder.empty() ? "" : folder + interfaceDefaultsFile;
 }
 
 void GenericPlugin::loadDefaultPreset() {
@@ -81,9 +82,10 @@ bool GenericPlugin::savePresetFile(const PresetEntry& entry, int firstId, int co
     if (!saveCollection(parameterCollection, entry.path, productCode(), formatVersion(), firstId,
                         count))
         return false;
-    rescanPresets();
+    // First, since the entry may be one of the tree that the scan makes anew.
     currentPreset.setFile(entry.name, entry.path);
     if (firstId == allIds) currentPreset.setModified(false);
+    rescanPresets();
     presetIsNew();
     return true;
 }

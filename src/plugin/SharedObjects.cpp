@@ -59,8 +59,10 @@ std::string SharedObjects::defaultPresetFolder() const {
 }
 
 void SharedObjects::usePresetFolder(const std::string& path) {
-    if (path == presets.getPath()) return;
-    presets.rescan(folderExists(path) ? path : defaultPresetFolder());
+    // As the tree spells its paths, or each look at the settings would find another folder.
+    std::string folder = withTrailingBackslash(systemPath(nativePath(path)));
+    if (!folderExists(folder)) folder = defaultPresetFolder();
+    if (folder != presets.getPath()) presets.rescan(std::move(folder));
 }
 
 std::string SharedObjects::dataFolder() const {

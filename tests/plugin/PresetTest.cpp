@@ -53,6 +53,10 @@ TEST_CASE("GenericPlugin: a saved preset comes back whole, with its identity") {
     plugin.loadProgram(1 << 20, 127);
     plugin.loadProgram(-1, 0);
     CHECK(rig.adapter.take().empty());
+    const PresetEntry* const inTree = plugin.presetManager(-1)->findByName("Mine");
+    REQUIRE(inTree);
+    CHECK(plugin.savePresetFile(*inTree));  // which scans the tree anew
+    CHECK(plugin.getCurrentPreset().path() == entryIn(root, "Mine").path);
 }
 
 TEST_CASE("GenericPlugin: a name from the host finds its file, or stands alone") {
