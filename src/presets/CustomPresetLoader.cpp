@@ -27,7 +27,7 @@ std::optional<PresetMap> embeddedMap(std::string_view productCode, std::int32_t 
 bool CustomPresetLoader::acceptsVersion(std::int32_t version) {
     const bool isChecked = currentVersion != anyVersion;
     if (isChecked && (version < 1 || version > currentVersion)) return false;
-    if (version == loadedVersion) return true;
+    if (version == loadedVersion && !entries.empty()) return true;
     entries.clear();
     loadedVersion = -1;
     if (!isChecked || version == currentVersion)

@@ -10,8 +10,8 @@ namespace cinder::archive {
 
 /// Inflates the next `size` bytes of the stream. The result grows with what really comes out, so
 /// that a size that lies costs nothing.
-/// Errors  none: anything but one zlib stream of exactly `unpackedSize` bytes, or more than a file
-///         of an archive may have
+/// Errors  none: anything but a zlib stream of exactly `unpackedSize` bytes in front, or more than
+///         a file of an archive may have
 std::optional<std::string> inflated(std::istream& stream, std::int64_t size,
                                     std::uint32_t unpackedSize);
 

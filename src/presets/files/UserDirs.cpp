@@ -39,6 +39,7 @@ Path folderIn(std::string_view line, std::string_view name, const Path& home) {
     if (!skip(line, "\"")) return {};
     const bool isBelowHome = skip(line, "$HOME");
     if (isBelowHome && !line.starts_with('/') && !line.starts_with('"')) return {};
+    if (line.find('"') == std::string_view::npos) return {};
     const std::string text = quotedText(line);
     if (isBelowHome) return home.empty() ? Path() : home / Path(text).relative_path();
     return text.starts_with('/') ? Path(text) : Path();
