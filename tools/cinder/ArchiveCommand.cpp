@@ -53,12 +53,14 @@ void list(const Path& file, ListFormat format) {
 }
 
 void extract(const ArchiveOptions& options) {
-    const std::string destination =
-        systemPath(std::filesystem::absolute(options.destination).lexically_normal());
-    if (!extractArchiveFolder(open(options.archive), options.folder, destination,
-                              options.overwrite))
+    const std::string destination = systemPath(std::filesystem::absolute(options.destination));
+    auto stream = open(options.archive);
+    if (!archive::Reader(*stream).isGood())
+        throw UserError(quoted(options.archive) + " is no archive");
+    stream->seekg(0);
+    if (!extractArchiveFolder(std::move(stream), options.folder, destination, options.overwrite))
         throw UserError("not all of " + quoted(Path(options.folder)) + " in " +
-                        quoted(options.archive) + " could be extracted to " +
+                        quoted(options.archive) + " is there and could be extracted to " +
                         quoted(options.destination));
 }
 

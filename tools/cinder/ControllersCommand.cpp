@@ -70,6 +70,11 @@ void show(const ControllerOptions& options, ListFormat format) {
     print(isEmpty ? "no controller moves a parameter\n" : textOf(listing, format));
 }
 
+void write(const Path& path, const ControllerMapping& mapping) {
+    if (!writeControllerMapFile(path, mapping)) throw UserError("cannot write " + quoted(path));
+    print("Wrote " + quoted(path) + '\n');
+}
+
 /// Reads the map, lets `edit` change it, and writes it back.
 template <typename Edit>
 void change(const ControllerOptions& options, bool mayBeMissing, Edit edit) {
@@ -77,8 +82,7 @@ void change(const ControllerOptions& options, bool mayBeMissing, Edit edit) {
     ControllerMapping mapping;
     read(path, mayBeMissing, mapping);
     edit(mapping);
-    if (!writeControllerMapFile(path, mapping)) throw UserError("cannot write " + quoted(path));
-    print("Wrote " + quoted(path) + '\n');
+    write(path, mapping);
 }
 
 int controllerNumber(const std::string& text) {
@@ -92,10 +96,18 @@ void set(const ControllerOptions& options) {
     change(options, true, [=](ControllerMapping& mapping) { mapping.assign(number, id); });
 }
 
+/// The user's own map may be damaged; a file that is named must be a map.
+void clearAll(const ControllerOptions& options) {
+    const bool isUsers = options.file.empty();
+    const Path path = isUsers ? usersFile() : options.file;
+    ControllerMapping mapping;
+    if (!isUsers) read(path, false, mapping);
+    mapping.clear();
+    write(path, mapping);
+}
+
 void clear(const ControllerOptions& options) {
-    if (options.controller.empty())
-        return change(options, options.file.empty(),
-                      [](ControllerMapping& mapping) { mapping.clear(); });
+    if (options.controller.empty()) return clearAll(options);
     const int number = controllerNumber(options.controller);
     change(options, options.file.empty(),
            [=](ControllerMapping& mapping) { mapping.assign(number, ControllerMapping::none); });

@@ -47,9 +47,11 @@ int parseKind(const std::string& text) {
 }
 
 std::string pathOf(const std::filesystem::path& typed) {
-    const std::string folder = systemPath(std::filesystem::absolute(typed).lexically_normal());
-    if (!folderExists(folder)) throw UserError("there is no folder " + quoted(typed));
-    return folder;
+    std::error_code failed;
+    const auto folder = std::filesystem::canonical(typed, failed);
+    if (failed || !std::filesystem::is_directory(folder))
+        throw UserError("there is no folder " + quoted(typed));
+    return systemPath(folder);
 }
 
 std::string inOneLine(std::string text) {

@@ -1,6 +1,7 @@
 #include "cinder/RenderCommand.h"
 
 #include "cinder/OptionValues.h"
+#include "cinder/UsageError.h"
 #include "cinder/audio/AudioFileReader.h"
 #include "cinder/audio/AudioFileWriter.h"
 #include "cinder/audio/InterruptFlag.h"
@@ -11,6 +12,7 @@
 #include "cinder/audio/UserError.h"
 #include "cinder/plot/Picture.h"
 #include "cinder/plot/SpectrumRecorder.h"
+#include "cinder/presets/PresetFile.h"
 #include "cinder/render/Automation.h"
 #include "cinder/render/HostEvents.h"
 #include "cinder/render/MidiFile.h"
@@ -248,6 +250,9 @@ RenderReport renderFile(const RenderOptions& options, const Score& score, Figure
 }
 
 void runRender(const RenderOptions& options) {
+    if (options.saved.preset && !canHoldPreset(*options.saved.preset))
+        throw UsageError("--save-preset takes a .knp or a .txt file, not " +
+                         quoted(*options.saved.preset));
     const Score score(options);
     RenderReport report;
     if (options.spectrum)

@@ -163,12 +163,14 @@ TEST_CASE("controllers: the user's map or a file, made where it is missing") {
 
     putBytes(file, "KNCM");
     for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{"show"}, {"set", "1", "Mix"}, {"clear"}}) {
+         {std::vector<std::string>{"show"}, {"set", "1", "Mix"}, {"clear", "1"}}) {
         const Program::Outcome outcome = run(arguments);
         CHECK(outcome.status == 1);
         CHECK(outcome.err.find("MidiControllerMap.knm") != std::string::npos);
     }
     CHECK(bytesOf(file) == "KNCM");
+    CHECK(run({"clear"}).status == 0);
+    CHECK(bytesOf(file).size() == 520);
     CHECK(run({"show", "--file", "/nowhere"}).status == 1);
     CHECK(run({"set", "128", "Mix"}).status == 2);
     CHECK(run({"set", "1", "Mixx"}).status == 2);

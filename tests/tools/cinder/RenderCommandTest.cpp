@@ -320,6 +320,7 @@ TEST_CASE("render: presets and states are where a rendering starts, and what it 
                                {"--preset", shop.path("s")},
                                {"--state", shop.path("half.knp")},
                                {"--state", shop.path("cut")}};
+    CHECK(shop.render("in.wav", "other.wav", {"--save-preset", shop.path("x.band")}).status == 2);
     for (const Arguments& options : wrong) {
         const Program::Outcome outcome = shop.render("in.wav", "other.wav", options);
         CHECK_MESSAGE(outcome.status == 1, options.back());

@@ -150,6 +150,10 @@ PresetFile readPresetFile(const Path& path, const StandaloneParameters& tree) {
                     std::string(textEnding));
 }
 
+bool canHoldPreset(const Path& path) {
+    return hasEnding(path, presetEnding) || hasEnding(path, textEnding);
+}
+
 void writePresetFile(const Path& path, const PresetFile& file, const StandaloneParameters& tree) {
     if (hasEnding(path, textEnding))
         return write(path, writePresetText(file.head, file.values, tree));

@@ -27,6 +27,9 @@ struct PresetFile {
 ///         that we don't know, or ends before its values do
 PresetFile readPresetFile(const std::filesystem::path& path, const StandaloneParameters& tree);
 
+/// A name under which what holds all parameters can be written: .knp or .txt.
+bool canHoldPreset(const std::filesystem::path& path);
+
 /// Writes what a file holds in the format that the ending of `path` says: a preset, of the present
 /// version or of that which a text asks for; a component preset; or a text.
 /// Errors  UsageError: no such ending, or a component becomes something else. UserError: what can't

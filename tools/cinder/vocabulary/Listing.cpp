@@ -12,7 +12,8 @@ std::string inOneLine(const std::string& text) {
     std::string line;
     for (const char c : text) {
         const bool isBlank = c == '\n' || c == ' ';
-        if (!isBlank) line += c;
+        const bool isControl = (c >= 0 && c < ' ') || c == '\x7f';
+        if (!isBlank) line += isControl ? '?' : c;
         if (isBlank && !line.empty() && line.back() != ' ') line += ' ';
     }
     return line;
@@ -82,7 +83,8 @@ std::string jsonOf(const Listing& listing) {
         }
         all.push_back(object);
     }
-    return all.dump(2) + '\n';
+    constexpr auto replace = nlohmann::ordered_json::error_handler_t::replace;
+    return all.dump(2, ' ', false, replace) + '\n';
 }
 
 }  // namespace
